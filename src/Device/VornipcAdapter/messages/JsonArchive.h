@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <ostream>
+
+/// cereal's JSON archives, with RapidJSON's way to a standard stream replaced: it hands over every character on its own,
+/// this one hands over blocks. The text is the same. Every use of cereal's JSON archives goes through this header, since
+/// the specialisation has to be seen first.
+namespace rapidjson {
+
+template <typename StreamType>
+class BasicOStreamWrapper;
+
+template <>
+class BasicOStreamWrapper<std::ostream> {
+public:
+    using Ch = char;
+
+    explicit BasicOStreamWrapper(std::ostream& stream) : m_stream(stream) {}
+    BasicOStreamWrapper(const BasicOStreamWrapper&) = delete;
+    BasicOStreamWrapper& operator=(const BasicOStreamWrapper&) = delete;
+    ~BasicOStreamWrapper() { handOver(); }
+
+    void Put(Ch character)
+    {
+        if (m_used == m_block.size()) {
+            handOver();
+        }
+        m_block[m_used++] = character; // NOLINT(*-constant-array-index): below the size, by the line before
+    }
+
+    void Flush()
+    {
+        handOver();
+        m_stream.flush();
+    }
+
+private:
+    void handOver()
+    {
+        m_stream.write(m_block.data(), static_cast<std::streamsize>(m_used));
+        m_used = 0;
+    }
+
+    std::ostream& m_stream;
+    std::size_t m_used = 0;
+    std::array<Ch, 512> m_block; // NOLINT(*-member-init): written before it is read
+};
+
+} // namespace rapidjson
+
+#include <cereal/archives/json.hpp> // IWYU pragma: export

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "SimulatedPlatform.h"
+#include "support/LoadedModule.h"
+#include "support/Wire.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <string>
+#include <thread>
+#include <vector>
+
+/// What comes of something that happens to the module, in the order in which it came.
+struct Outcome {
+    std::vector<std::string> sent;  ///< buffers for the node, as hexadecimal digits
+    std::vector<std::string> calls; ///< "IRadio_1.setRfLoop(true)": platform calls, but those that only send
+
+    /// "1 onRAUState: text": level, method and text of trace lines. All lines up to level 4, and those of levels 5 and 6
+    /// that are expected. A message in a text is cut to its name.
+    std::vector<std::string> trace;
+};
+
+/// One buffer from the node and what comes of it.
+struct Exchange {
+    std::string name;
+    std::string given = {};   ///< merge patch of the platform state; injections of it end with the exchange
+    std::string request = {}; ///< hexadecimal digits
+    std::vector<std::string> sent = {};
+    std::vector<std::string> calls = {};
+    std::vector<std::string> trace = {};
+    unsigned device = 0;
+};
+
+/// The whole module on the simulated platform, in this process. The test's thread is the framework's, called "main".
+class ModuleTest : public testing::Test {
+protected:
+    struct Setup {
+        unsigned channels = 2;                               ///< radios of the platform
+        std::optional<unsigned char> moduleChannels = {};    ///< channel count of the module; by default the same
+        std::string state = "{}";                            ///< merge patch, before anything is created
+        const char* mmuAddress = "127.0.0.1";
+        int traceLevel = 6;
+    };
+
+    ModuleTest();
+    ~ModuleTest() override;
+
+    /// Creates and initialises the module.
+    void start(const Setup& setup);
+    void start() { start(Setup{}); }
+
+    /// The same with a node that has told its capabilities and put the unit in service, in slot 3.
+    void startInService(std::int64_t capabilityEH, const Setup& setup);
+    void startInService(std::int64_t capabilityEH = 0) { startInService(capabilityEH, Setup{}); }
+
+    /// Stops the platform, destroys the module and unloads it.
+    void stop();
+
+    LoadedModule& module() { return *m_module; }
+
+    /// Hands a buffer to the module as the driver does.
+    bool deliver(const std::string& hexDigits, unsigned device = 0);
+
+    /// Returns when the module has processed what has been delivered. Only while its reader runs.
+    void settle();
+
+    /// Whether the module still answers a self test.
+    bool answersSelfTest();
+
+    void runAll(std::span<const Exchange> exchanges);
+
+    /// Lets something happen and compares what comes of it.
+    void expectOutcome(const std::string& name, const std::function<void()>& event, const Outcome& expected);
+
+    /// What the module has sent since the last time that this was asked; the same for the two below.
+    std::vector<std::string> newlySent();
+    std::vector<std::string> newCalls(bool withSending = false);
+
+    /// @param alsoLines lines of level 5 and 6 that are wanted
+    std::vector<std::string> newTrace(const std::vector<std::string>& alsoLines = {});
+
+    void patch(const std::string& mergePatch) { platform.patchState(simulated::Json::parse(mergePatch)); }
+    void endInjections();
+
+    template <class Condition>
+    static bool comesTrue(Condition condition)
+    {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() > end) {
+                return false;
+            }
+            std::this_thread::yield();
+        }
+        return true;
+    }
+
+    /// Whether the module is inside of a platform operation that has this name.
+    bool isUnderWay(const std::string& interface, const std::string& operation) const;
+
+    simulated::Platform& platform = simulated::Platform::instance();
+
+private:
+    std::optional<LoadedModule> m_module;
+
+    std::mutex m_mutex; ///< guards the buffers; the module sends from several threads
+    std::vector<std::string> m_sent;
+
+    std::uint64_t m_nextCall = 0;
+    std::uint64_t m_nextLine = 0;
+};
+
+/// Request with which the node announces its capabilities.
+std::string selfTest(std::int64_t type, std::int64_t capabilityEH);
+
+/// State of the modem unit, for slot 3.
+std::string mmuState(std::int64_t state);

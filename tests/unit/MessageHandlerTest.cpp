@@ -1,0 +1,202 @@
+#include "EquipmentMessages.h"
+#include "PsMessages.h"
+#include "SimulatedPlatform.h"
+#include "VornipcMessageHandler.h"
+#include "VornipcWhiteList.h"
+#include "support/Bytes.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <set>
+#include <thread>
+
+namespace {
+
+using namespace kro::device::vornipc;
+
+struct FakeSender : IVornipcSender {
+    int send(const char* data, unsigned length) override
+    {
+        sent.emplace_back(data, length);
+        return static_cast<int>(length);
+    }
+    std::vector<std::string> sent;
+};
+
+/// Remembers what it was called with.
+struct FakeArea {
+    void onMmuState(MMUStateIPC* message) { states.push_back(message->eModuleOperStatus); }
+    void onOther(MMUStateIPC* /*message*/) { ++others; }
+    void onTermState(TermStateIPC* /*message*/) { ++others; }
+    void onContinuousWave(HandleContinuousWaveGroupReqIPC* message) { channels.push_back(message->ct); }
+
+    std::vector<std::uint32_t> states;
+    std::vector<std::uint32_t> channels;
+    int others = 0;
+};
+
+class MessageHandler : public testing::Test {
+protected:
+    MessageHandler() { simulated::Platform::instance().setTracePrinting(false); }
+
+    void receive(const std::string& buffer, VornipcDeviceId device = VornipcDeviceId::ads)
+    {
+        handler.onMessageReceived(buffer.data(), static_cast<unsigned>(buffer.size()), device);
+    }
+
+    std::shared_ptr<FakeSender> sender = std::make_shared<FakeSender>();
+    VornipcMessageHandler handler{"", sender};
+    FakeArea area;
+};
+
+const std::string noHeaderValues = "00000000 00000000 00000000 00000000 00000000 00000000";
+
+TEST_F(MessageHandler, EncodesTheEnvelopeByTheDevice)
+{
+    MMUStateIPC message;
+    message.slot = 3;
+    message.senderId = 7;
+    message.seqNr = 0x80000001;
+    message.ct = 1;
+    message.eModuleOperStatus = 5;
+    const std::string onTheWire = "00000003 00000000 00000007 80000001 00000000 00000001 00000005";
+    handler.setOutgoingIpcMessagesAllowed(true);
+    handler.send(message, VornipcDeviceId::ads);
+    handler.send(message, VornipcDeviceId::ps);
+    ASSERT_EQ(sender->sent.size(), 2U);
+    EXPECT_EQ(hexOf(sender->sent[0]), hexOf(bytes("00000000 00200009" + onTheWire)));
+    EXPECT_EQ(hexOf(sender->sent[1]), hexOf(bytes("00000001" + onTheWire)));
+}
+
+TEST_F(MessageHandler, DispatchesByIdAndByGroup)
+{
+    handler.registerReceivers(area, &FakeArea::onMmuState, &FakeArea::onContinuousWave);
+    receive(bytes("00200009" + noHeaderValues + "00000002"));
+    receive(bytes("00200009" + noHeaderValues + "00000003 ffff"), VornipcDeviceId::adsAlternate);
+    const std::string continuousWave =
+        "01 02 03 10 05 03 0006 07 01 0040 00 00 00 00 0008 000c 000020f2 00000002 00000001 00000007";
+    receive(bytes(continuousWave), VornipcDeviceId::ps);
+    std::string otherKind = bytes(continuousWave);
+    otherKind[3] = 0x11;
+    receive(otherKind, VornipcDeviceId::ps);
+    EXPECT_EQ(area.states, (std::vector<std::uint32_t>{2, 3}));
+    EXPECT_EQ(area.channels, (std::vector<std::uint32_t>{2}));
+}
+
+TEST_F(MessageHandler, ThrowsOnShortMessagesAndCallsNobody)
+{
+    handler.registerReceivers(area, &FakeArea::onMmuState);
+    const std::string whole = bytes("00200009" + noHeaderValues + "00000001");
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        if (length < 4) {
+            EXPECT_NO_THROW(receive(whole.substr(0, length))) << length;
+        } else {
+            EXPECT_THROW(receive(whole.substr(0, length)), cereal::Exception) << length;
+        }
+    }
+    EXPECT_NO_THROW(receive(bytes("00999999"))); // nobody registered: nothing is decoded
+    EXPECT_THROW(receive(bytes("01020310"), VornipcDeviceId::ps), cereal::Exception);
+    EXPECT_TRUE(area.states.empty());
+}
+
+TEST_F(MessageHandler, KeepsTheLaterOfTwoReceivers)
+{
+    handler.registerReceivers(area, &FakeArea::onMmuState);
+    handler.registerReceivers(area, &FakeArea::onOther);
+    receive(bytes("00200009" + noHeaderValues + "00000001"));
+    EXPECT_EQ(area.others, 1);
+    EXPECT_TRUE(area.states.empty());
+}
+
+TEST_F(MessageHandler, ServesTheFrameworksOwnEntryUnderTheFrameworksId)
+{
+    using vrel::kro::messagehandler::MessageReceiver;
+    const std::string message = bytes(noHeaderValues + "00000009");
+    handler.messageReceived(message.data(), static_cast<unsigned>(message.size())); // nobody is there
+
+    auto unbound = std::make_unique<MessageReceiver<FakeArea, MMUStateIPC>>();
+    handler.registerReceiver(23, std::move(unbound));
+    handler.messageReceived(message.data(), static_cast<unsigned>(message.size())); // decodes, calls nobody
+
+    auto receiver = std::make_unique<MessageReceiver<FakeArea, MMUStateIPC>>();
+    receiver->registerCallback(&area, &FakeArea::onMmuState);
+    cereal::FixedSizeBigEndianInputArchive archive(message.data(), message.size());
+    receiver->messageReceivedCallback(archive);
+    handler.registerReceiver(23, std::move(receiver));
+    handler.messageReceived(message.data(), static_cast<unsigned>(message.size()));
+    EXPECT_EQ(area.states, (std::vector<std::uint32_t>{9, 9}));
+}
+
+TEST_F(MessageHandler, NumbersSpontaneousMessagesAndWrapsRound)
+{
+    EXPECT_EQ(handler.getSpontaneousMessageSequenceNumber(), 0x80000000U);
+    EXPECT_EQ(handler.getSpontaneousMessageSequenceNumber(), 0x80000001U);
+    handler.resetSpontaneousMessageSequenceNumber();
+    EXPECT_EQ(handler.getSpontaneousMessageSequenceNumber(), 0x80000000U);
+}
+
+TEST_F(MessageHandler, HandsOutEachNumberOnceAmongThreads)
+{
+    constexpr std::size_t each = 2000;
+    std::array<std::vector<std::uint32_t>, 3> taken;
+    std::vector<std::thread> threads;
+    for (auto& numbers : taken) {
+        threads.emplace_back([this, &numbers] {
+            for (std::size_t i = 0; i < each; ++i) {
+                numbers.push_back(handler.getSpontaneousMessageSequenceNumber());
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    std::set<std::uint32_t> all;
+    for (const auto& numbers : taken) {
+        all.insert(numbers.begin(), numbers.end());
+    }
+    EXPECT_EQ(all.size(), taken.size() * each);
+}
+
+TEST_F(MessageHandler, RegistersWhileMessagesArrive)
+{
+    std::atomic<bool> registered = false;
+    std::thread reader([this, &registered] {
+        const std::string message = bytes("00200011" + noHeaderValues + "00000001");
+        while (!registered) {
+            receive(message);
+        }
+        receive(message);
+    });
+    FakeArea otherArea;
+    for (int i = 0; i < 500; ++i) {
+        handler.registerReceivers(otherArea, &FakeArea::onMmuState);
+    }
+    handler.registerReceivers(area, &FakeArea::onTermState);
+    registered = true;
+    reader.join();
+    EXPECT_GE(area.others, 1);
+}
+
+TEST(VornipcWhiteList, HoldsTheUpgradeAndEquipmentMessagesThatItShould)
+{
+    // Every id of the two areas up to its last one, from the protocol's table; all other areas are out.
+    const std::set<std::uint32_t> equipment = {
+        0x200002, 0x200003, 0x200004, 0x200005, 0x200006, 0x200007, 0x200008, 0x200009, 0x200010, 0x200011, 0x200012,
+        0x200017, 0x200018, 0x200019, 0x200020, 0x200021, 0x200022, 0x200023, 0x200039, 0x200040, 0x200048, 0x200049,
+        0x200056, 0x200057, 0x200069, 0x200078, 0x200079, 0x200080, 0x200081, 0x200082, 0x200083, 0x200084, 0x200085,
+        0x200086, 0x200087, 0x200088, 0x200089, 0x200090, 0x200091, 0x200108, 0x200121, 0x200122, 0x200123, 0x200124,
+        0x200125, 0x200126, 0x200127, 0x200128, 0x200129, 0x200130, 0x200131, 0x200132, 0x200133, 0x200134, 0x200135};
+    const std::set<std::uint32_t> upgrade = {0x600001, 0x600002, 0x600003, 0x600004, 0x600005, 0x600006,
+                                             0x600007, 0x600008, 0x600009, 0x600010, 0x600011, 0x600012,
+                                             0x600013, 0x600014, 0x600015, 0x600016, 0x600017};
+    ASSERT_EQ(equipment.size() + upgrade.size(), 72U);
+    for (std::uint32_t area = 0; area <= 0x110; ++area) {
+        for (std::uint32_t number = 0; number < 0x200; ++number) {
+            const std::uint32_t id = area << 16U | number;
+            EXPECT_EQ(isInVornipcWhiteList(id), equipment.contains(id) || upgrade.contains(id)) << std::hex << id;
+        }
+    }
+}
+
+} // namespace

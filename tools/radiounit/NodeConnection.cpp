@@ -1,0 +1,180 @@
+#include "NodeConnection.h"
+
+#include <asio/post.hpp>
+#include <asio/read.hpp>
+#include <cerrno>
+#include <fmt/format.h>
+#include <sys/socket.h>
+
+#include "BigEndian.h"
+#include "Errors.h"
+#include "HostPort.h"
+
+namespace radiounit {
+namespace {
+
+/// Bytes that the system may keep for a node on top of what waits here. Our own choice.
+constexpr int systemBuffer = 256 * 1024;
+
+std::string nameOf(const asio::ip::tcp::socket& socket)
+{
+    asio::error_code gone;
+    const auto endpoint = socket.remote_endpoint(gone);
+    return gone ? "(gone)" : toText(endpoint);
+}
+
+} // namespace
+
+NodeConnection::NodeConnection(asio::ip::tcp::socket socket, Received received)
+    : m_socket{std::move(socket)}, m_received{std::move(received)}, m_peer{nameOf(m_socket)}
+{
+    asio::error_code ignored; // a node that has gone already shows when it is read
+    m_socket.set_option(asio::ip::tcp::no_delay{true}, ignored);
+    m_socket.set_option(asio::socket_base::send_buffer_size{systemBuffer}, ignored);
+}
+
+void NodeConnection::readHeader()
+{
+    asio::async_read(m_socket, asio::buffer(m_header), [self = shared_from_this()](asio::error_code error, std::size_t) {
+        if (error) {
+            self->close();
+            return;
+        }
+        const std::uint32_t length = bigEndianWord(self->m_header.data());
+        if (length < shortestFrame || length > longestFrame) {
+            self->reportClosing(fmt::format("announced a frame of {} bytes, allowed are {} to {}", length, shortestFrame,
+                                     longestFrame));
+            self->close();
+        } else if (self->m_inHand) {
+            self->m_announced = length;
+        } else {
+            self->readBody(length);
+        }
+    });
+}
+
+void NodeConnection::readBody(std::uint32_t length)
+{
+    m_frame.resize(length);
+    asio::async_read(m_socket, asio::buffer(m_frame), [self = shared_from_this()](asio::error_code error, std::size_t) {
+        if (error) {
+            self->close();
+            return;
+        }
+        self->m_inHand = true;
+        self->m_received(self, std::move(self->m_frame));
+        self->readHeader(); // notices meanwhile when the node hangs up
+    });
+}
+
+void NodeConnection::delivered(Frame frame)
+{
+    m_inHand = false;
+    m_frame = std::move(frame);
+    if (m_announced && isOpen()) {
+        readBody(*std::exchange(m_announced, std::nullopt));
+    }
+}
+
+bool NodeConnection::send(std::span<const char> bytes)
+{
+    const std::lock_guard lock{m_mutex};
+    if (!m_open) {
+        return false;
+    }
+    const bool queued = !m_waiting.empty();
+    const auto rest = bytes.subspan(queued ? 0 : sendSome(bytes));
+    if (m_waiting.size() - m_sent + rest.size() > waitingLimit) {
+        reportClosing(fmt::format("does not read, {} bytes wait for it", waitingLimit));
+        m_open = false;
+        asio::post(m_socket.get_executor(), [self = shared_from_this()] { self->close(); });
+        return false;
+    }
+    if (!rest.empty()) {
+        m_waiting.insert(m_waiting.end(), rest.begin(), rest.end());
+        if (!queued) {
+            asio::post(m_socket.get_executor(), [self = shared_from_this()] { self->sendWaiting(); });
+        }
+    }
+    return true;
+}
+
+void NodeConnection::sendWaiting()
+{
+    const std::lock_guard lock{m_mutex};
+    if (!m_open) {
+        return;
+    }
+    m_sent += sendSome(std::span{m_waiting}.subspan(m_sent));
+    if (m_sent == m_waiting.size()) {
+        m_waiting.clear();
+        m_sent = 0;
+        if (m_closing) {
+            closeLocked();
+        }
+        return;
+    }
+    if (m_sent > m_waiting.size() / 2) {
+        m_waiting.erase(m_waiting.begin(), m_waiting.begin() + static_cast<std::ptrdiff_t>(m_sent));
+        m_sent = 0;
+    }
+    m_socket.async_wait(asio::ip::tcp::socket::wait_write, [self = shared_from_this()](asio::error_code error) {
+        if (!error) {
+            self->sendWaiting();
+        }
+    });
+}
+
+/// Bytes that the socket took; all of them where the node is gone, which the read side notices.
+std::size_t NodeConnection::sendSome(std::span<const char> bytes)
+{
+    std::size_t sent = 0;
+    while (sent < bytes.size()) {
+        const auto taken =
+            ::send(m_socket.native_handle(), bytes.data() + sent, bytes.size() - sent, MSG_DONTWAIT | MSG_NOSIGNAL);
+        if (taken >= 0) {
+            sent += static_cast<std::size_t>(taken);
+        } else if (errno == EAGAIN) {
+            return sent;
+        } else if (errno != EINTR) {
+            return bytes.size();
+        }
+    }
+    return sent;
+}
+
+bool NodeConnection::isOpen() const
+{
+    const std::lock_guard lock{m_mutex};
+    return m_open;
+}
+
+void NodeConnection::close()
+{
+    const std::lock_guard lock{m_mutex};
+    closeLocked();
+}
+
+void NodeConnection::closeOnceSent()
+{
+    const std::lock_guard lock{m_mutex};
+    m_closing = true;
+    if (m_waiting.empty()) {
+        closeLocked();
+    }
+}
+
+void NodeConnection::closeLocked()
+{
+    m_open = false;
+    asio::error_code ignored;
+    m_socket.shutdown(asio::ip::tcp::socket::shutdown_both, ignored);
+    m_socket.close(ignored);
+}
+
+void NodeConnection::reportClosing(const std::string& why) const
+{
+    report(fmt::format("node {} {}; its connection is closed", m_peer, why));
+}
+
+} // namespace radiounit
