@@ -14,9 +14,9 @@ struct Family {
 
 /// In the order of the family number, which starts at 1.
 constexpr std::array families{
-    Family{"HALF_BPSK", 2, 2}, Family{"BPSK", 2, 0},      Family{"4QAM", 4, 0},         Family{"16QAM", 16, 0},
-    Family{"32QAM", 32, 0},    Family{"64QAM", 64, 0},    Family{"128QAM", 128, 0},     Family{"256QAM", 256, 0},
-    Family{"512QAM", 512, 0},  Family{"1024QAM", 1024, 0}, Family{"2048QAM", 2048, 0},  Family{"4096QAM", 4096, 0},
+    Family{"HALF_BPSK", 2, 2},  Family{"BPSK", 2, 0},         Family{"4QAM", 4, 0},       Family{"16QAM", 16, 0},
+    Family{"32QAM", 32, 0},     Family{"64QAM", 64, 0},       Family{"128QAM", 128, 0},   Family{"256QAM", 256, 0},
+    Family{"512QAM", 512, 0},   Family{"1024QAM", 1024, 0},   Family{"2048QAM", 2048, 0}, Family{"4096QAM", 4096, 0},
     Family{"8192QAM", 8192, 0}, Family{"16384QAM", 16384, 0},
 };
 

@@ -29,46 +29,41 @@ TEST_F(EquipmentStates, StatesOfTheModemUnitMoveTheGate)
     start();
     const std::string inService = "3 onMMUState: MMU InService, outgoing PCI messages are enabled";
     const Exchange cases[] = {
-        {.name = "closed at first",
-         .request = statusRequest,
-         .calls = statusCalls,
-         .trace = {called("onRauStatusReq", "200020"), received("onRauStatusReq", "RAUStatusReqIPC"),
-                   "6 onRauStatusReq: Respond with: RAUStatusResIPC", statusRefused}},
-        {.name = "in service opens it and takes slot and sender",
-         .request = "00200009" + words(0x1C3, 0, 7, 1, 0, 0) + words(1),
-         .calls = {"Bsp.setSlotId(451)", "IAlarmHandler.setMmuInService(true)"},
-         .trace = {called("onMMUState", "200009"), received("onMMUState", "MMUStateIPC"),
-                   "5 onMMUState: New mmu state is 1", inService}},
-        {.name = "now answers leave", .request = statusRequest, .sent = {statusAnswer}, .calls = statusCalls},
-        {.name = "reduced service changes nothing",
-         .request = mmuState(2),
-         .trace = {"5 onMMUState: New mmu state is 2", "3 onMMUState: MMUStateIPC received with reduced service"}},
-        {.name = "an unknown state changes nothing",
-         .request = mmuState(5),
-         .trace = {"5 onMMUState: New mmu state is 5", "1 onMMUState: MMUStateIPC received with unknown service"}},
-        {.name = "so does 0", .request = mmuState(0), .trace = {"1 onMMUState: MMUStateIPC received with unknown service"}},
-        {.name = "still open", .request = statusRequest, .sent = {statusAnswer}, .calls = statusCalls},
-        {.name = "a restarted node leaves it open",
-         .request = "00200019" + head(0),
-         .calls = {"IAlarmHandler.notifyNodeRestart()"},
-         .trace = {called("onVornRestarted", "200019"), received("onVornRestarted", "VornRestartedIPC")}},
-        {.name = "answers still leave", .request = statusRequest, .sent = {statusAnswer}, .calls = statusCalls},
-        {.name = "out of service closes it",
-         .request = mmuState(3),
-         .calls = {"IAlarmHandler.setMmuInService(false)"},
-         .trace = {"3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
-        {.name = "closed again", .request = statusRequest, .calls = statusCalls, .trace = {statusRefused}},
-        {.name = "opened once more",
-         .request = mmuState(1),
-         .calls = {"Bsp.setSlotId(3)", "IAlarmHandler.setMmuInService(true)"},
-         .trace = {inService}},
-        {.name = "a node that goes down closes it",
-         .request = "00200008" + head(0),
-         .trace = {"3 onADSNpuDown: Received ADSNpuDownIPC, outgoing PCI messages disabled"}},
-        {.name = "closed by the node", .request = statusRequest, .calls = statusCalls, .trace = {statusRefused}},
-        {.name = "a radio that the node lost is only traced",
-         .request = "00200002" + head(1),
-         .trace = {called("onRAULostFromAds", "200002"), received("onRAULostFromAds", "RAULostIPC")}},
+        {"closed at first",
+         statusRequest,
+         {statusCalls, called("onRauStatusReq", "200020"), received("onRauStatusReq", "RAUStatusReqIPC"),
+          "6 onRauStatusReq: Respond with: RAUStatusResIPC", statusRefused}},
+        {"in service opens it and takes slot and sender",
+         "00200009" + words(0x1C3, 0, 7, 1, 0, 0) + words(1),
+         {"Bsp.setSlotId(451)", "IAlarmHandler.setMmuInService(true)", called("onMMUState", "200009"),
+          received("onMMUState", "MMUStateIPC"), "5 onMMUState: New mmu state is 1", inService}},
+        {"now answers leave", statusRequest, {statusAnswer, statusCalls}},
+        {"reduced service changes nothing",
+         mmuState(2),
+         {"5 onMMUState: New mmu state is 2", "3 onMMUState: MMUStateIPC received with reduced service"}},
+        {"an unknown state changes nothing",
+         mmuState(5),
+         {"5 onMMUState: New mmu state is 5", "1 onMMUState: MMUStateIPC received with unknown service"}},
+        {"so does 0", mmuState(0), {"1 onMMUState: MMUStateIPC received with unknown service"}},
+        {"still open", statusRequest, {statusAnswer, statusCalls}},
+        {"a restarted node leaves it open",
+         "00200019" + head(0),
+         {"IAlarmHandler.notifyNodeRestart()", called("onVornRestarted", "200019"),
+          received("onVornRestarted", "VornRestartedIPC")}},
+        {"answers still leave", statusRequest, {statusAnswer, statusCalls}},
+        {"out of service closes it",
+         mmuState(3),
+         {"IAlarmHandler.setMmuInService(false)",
+          "3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
+        {"closed again", statusRequest, {statusCalls, statusRefused}},
+        {"opened once more", mmuState(1), {"Bsp.setSlotId(3)", "IAlarmHandler.setMmuInService(true)", inService}},
+        {"a node that goes down closes it",
+         "00200008" + head(0),
+         {"3 onADSNpuDown: Received ADSNpuDownIPC, outgoing PCI messages disabled"}},
+        {"closed by the node", statusRequest, {statusCalls, statusRefused}},
+        {"a radio that the node lost is only traced",
+         "00200002" + head(1),
+         {called("onRAULostFromAds", "200002"), received("onRAULostFromAds", "RAULostIPC")}},
     };
     runAll(cases);
     const VornipcLinkFacts facts = module()->linkFacts();
@@ -92,28 +87,24 @@ TEST_F(EquipmentStates, StatesOfRadioAndTerminalReachTheAlarmHandler)
     const auto rau = [](std::int64_t ct, std::int64_t state) { return "00200010" + head(ct) + words(state); };
     const auto terminal = [](std::int64_t state) { return "00200011" + head(0) + words(state); };
     const Exchange cases[] = {
-        {.name = "RAU in service",
-         .request = rau(2, 1),
-         .calls = {"IAlarmHandler.setRauInService(2, true)"},
-         .trace = {called("onRAUState", "200010"), received("onRAUState", "RAUStateIPC"),
-                   "5 onRAUState: New rau state is 1", "5 onRAUState: RAU InService"}},
-        {.name = "RAU out of service",
-         .request = rau(1, 3),
-         .calls = {"IAlarmHandler.setRauInService(1, false)"},
-         .trace = {"5 onRAUState: New rau state is 3", "5 onRAUState: RAU OutOfService"}},
-        {.name = "RAU in reduced service", .request = rau(1, 2), .trace = {"2 onRAUState: Unhandled rau state is 2"}},
-        {.name = "RAU in an unknown state",
-         .request = rau(1, 4294967295),
-         .trace = {"2 onRAUState: Unhandled rau state is 4294967295"}},
-        {.name = "terminal up",
-         .request = terminal(1),
-         .calls = {"IAlarmHandler.setTerminalUp(true)"},
-         .trace = {called("onTermState", "200011"), received("onTermState", "TermStateIPC"),
-                   "5 onTermState: New terminal state is 1"}},
-        {.name = "reduced counts as up", .request = terminal(2), .calls = {"IAlarmHandler.setTerminalUp(true)"}},
-        {.name = "terminal down", .request = terminal(3), .calls = {"IAlarmHandler.setTerminalUp(false)"}},
-        {.name = "terminal 0", .request = terminal(0), .trace = {"2 onTermState: Unhandled terminal state is 0"}},
-        {.name = "terminal 4", .request = terminal(4), .trace = {"2 onTermState: Unhandled terminal state is 4"}},
+        {"RAU in service",
+         rau(2, 1),
+         {"IAlarmHandler.setRauInService(2, true)", called("onRAUState", "200010"),
+          received("onRAUState", "RAUStateIPC"), "5 onRAUState: New rau state is 1", "5 onRAUState: RAU InService"}},
+        {"RAU out of service",
+         rau(1, 3),
+         {"IAlarmHandler.setRauInService(1, false)", "5 onRAUState: New rau state is 3",
+          "5 onRAUState: RAU OutOfService"}},
+        {"RAU in reduced service", rau(1, 2), {"2 onRAUState: Unhandled rau state is 2"}},
+        {"RAU in an unknown state", rau(1, 4294967295), {"2 onRAUState: Unhandled rau state is 4294967295"}},
+        {"terminal up",
+         terminal(1),
+         {"IAlarmHandler.setTerminalUp(true)", called("onTermState", "200011"), received("onTermState", "TermStateIPC"),
+          "5 onTermState: New terminal state is 1"}},
+        {"reduced counts as up", terminal(2), {"IAlarmHandler.setTerminalUp(true)"}},
+        {"terminal down", terminal(3), {"IAlarmHandler.setTerminalUp(false)"}},
+        {"terminal 0", terminal(0), {"2 onTermState: Unhandled terminal state is 0"}},
+        {"terminal 4", terminal(4), {"2 onTermState: Unhandled terminal state is 4"}},
     };
     runAll(cases);
 }
@@ -124,32 +115,26 @@ TEST_F(EquipmentStates, ClosePciQuiescesOnlyAUnitOutOfService)
     const std::vector<std::string> quiesced{"ITrafHandler.quiesceChannel(1, true)", "IRadio_1.setActive(false)",
                                             "ITrafHandler.quiesceChannel(2, true)", "IRadio_2.setActive(false)"};
     const Exchange cases[] = {
-        {.name = "no state yet", .request = closePci, .sent = {closePciAnswer}, .trace = {closePciTrace}},
-        {.name = "in service",
-         .request = mmuState(1),
-         .calls = {"Bsp.setSlotId(3)", "IAlarmHandler.setMmuInService(true)"},
-         .trace = {"3 onMMUState: MMU InService, outgoing PCI messages are enabled"}},
-        {.name = "close while in service", .request = closePci, .sent = {closePciAnswer}, .trace = {closePciTrace}},
-        {.name = "which closes the gate", .request = statusRequest, .calls = statusCalls, .trace = {statusRefused}},
-        {.name = "out of service",
-         .request = mmuState(3),
-         .calls = {"IAlarmHandler.setMmuInService(false)"},
-         .trace = {"3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
-        {.name = "close while out of service",
-         .request = closePci,
-         .sent = {closePciAnswer},
-         .calls = quiesced,
-         .trace = {closePciTrace}},
-        {.name = "a platform that fails does not hold it up",
-         .given = R"({"results":{"ITrafHandler.quiesceChannel":-1}})",
-         .request = closePci,
-         .sent = {closePciAnswer},
-         .calls = quiesced,
-         .trace = {closePciTrace}},
-        {.name = "an unknown state is remembered, too",
-         .request = mmuState(9),
-         .trace = {"1 onMMUState: MMUStateIPC received with unknown service"}},
-        {.name = "so nothing is quiesced", .request = closePci, .sent = {closePciAnswer}, .trace = {closePciTrace}},
+        {"no state yet", closePci, {closePciAnswer, closePciTrace}},
+        {"in service",
+         mmuState(1),
+         {"Bsp.setSlotId(3)", "IAlarmHandler.setMmuInService(true)",
+          "3 onMMUState: MMU InService, outgoing PCI messages are enabled"}},
+        {"close while in service", closePci, {closePciAnswer, closePciTrace}},
+        {"which closes the gate", statusRequest, {statusCalls, statusRefused}},
+        {"out of service",
+         mmuState(3),
+         {"IAlarmHandler.setMmuInService(false)",
+          "3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
+        {"close while out of service", closePci, {closePciAnswer, quiesced, closePciTrace}},
+        {"a platform that fails does not hold it up",
+         closePci,
+         {closePciAnswer, quiesced, closePciTrace},
+         R"({"results":{"ITrafHandler.quiesceChannel":-1}})"},
+        {"an unknown state is remembered, too",
+         mmuState(9),
+         {"1 onMMUState: MMUStateIPC received with unknown service"}},
+        {"so nothing is quiesced", closePci, {closePciAnswer, closePciTrace}},
     };
     runAll(cases);
     newCalls();
@@ -175,13 +160,12 @@ TEST_F(EquipmentStates, ClosePciQuiescesTheChannelsThatTheUnitHas)
         start({.moduleChannels = channels});
         deliver(mmuState(3));
         settle();
-        expectOutcome(
-            std::to_string(channels) + " channels",
-            [&] {
-                deliver(closePci);
-                settle();
-            },
-            {{closePciAnswer}, calls, {closePciTrace}});
+        expectOutcome(std::to_string(channels) + " channels",
+                      [&] {
+                          deliver(closePci);
+                          settle();
+                      },
+                      {closePciAnswer, calls, closePciTrace});
     }
 }
 
@@ -193,20 +177,20 @@ TEST_F(EquipmentStates, TellsTheNodeOfALostRadio)
                                         "3 radioDown: RAU lost for channel " + ct};
     };
     expectOutcome("gate open", [&] { EXPECT_TRUE(platform.radioDown(2)); },
-                  {{toNode("00200002") + spontaneousHead(0, 2)}, {}, down("2")});
+                  {toNode("00200002") + spontaneousHead(0, 2), down("2")});
     deliver(mmuState(3));
     settle();
     auto refused = down("1");
     refused.emplace_back("1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, "
                          "Id:2097154");
-    expectOutcome("gate closed", [&] { EXPECT_TRUE(platform.radioDown(1)); }, {{}, {}, refused});
+    expectOutcome("gate closed", [&] { EXPECT_TRUE(platform.radioDown(1)); }, {refused});
     deliver(mmuState(1));
     settle();
     expectOutcome("the dropped one has used a number", [&] { platform.radioDown(1); },
-                  {{toNode("00200002") + spontaneousHead(2, 1)}, {}, down("1")});
+                  {toNode("00200002") + spontaneousHead(2, 1), down("1")});
     module()->resetSpontaneousMessageSequenceNumber();
     expectOutcome("numbers begin again", [&] { platform.radioDown(1); },
-                  {{toNode("00200002") + spontaneousHead(0, 1)}, {}, down("1")});
+                  {toNode("00200002") + spontaneousHead(0, 1), down("1")});
 }
 
 TEST_F(EquipmentStates, AnUnitWithoutItsAlarmHandlerOnlyRefusesTheNotification)
@@ -216,16 +200,15 @@ TEST_F(EquipmentStates, AnUnitWithoutItsAlarmHandlerOnlyRefusesTheNotification)
         return "1 " + method + ": " + method + "(): IAlarmHandler is missing on this platform, nothing was done";
     };
     const Exchange cases[] = {
-        {.name = "in service",
-         .request = mmuState(1),
-         .calls = {"Bsp.setSlotId(3)"},
-         .trace = {"3 onMMUState: MMU InService, outgoing PCI messages are enabled", missing("onMMUState")}},
-        {.name = "RAU", .request = "00200010" + head(1) + words(1), .trace = {missing("onRAUState")}},
-        {.name = "terminal", .request = "00200011" + head(0) + words(3), .trace = {missing("onTermState")}},
-        {.name = "node restart", .request = "00200019" + head(0), .trace = {missing("onVornRestarted")}},
-        {.name = "out of service",
-         .request = mmuState(3),
-         .trace = {missing("onMMUState"), "3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
+        {"in service",
+         mmuState(1),
+         {"Bsp.setSlotId(3)", "3 onMMUState: MMU InService, outgoing PCI messages are enabled", missing("onMMUState")}},
+        {"RAU", "00200010" + head(1) + words(1), {missing("onRAUState")}},
+        {"terminal", "00200011" + head(0) + words(3), {missing("onTermState")}},
+        {"node restart", "00200019" + head(0), {missing("onVornRestarted")}},
+        {"out of service",
+         mmuState(3),
+         {missing("onMMUState"), "3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
     };
     runAll(cases);
     EXPECT_EQ(module()->linkFacts().slotNumber, 3);

@@ -53,6 +53,14 @@ TEST(NodectlSend, AMessageWithoutAnswerIsDoneOnceTheUnitHasIt)
     EXPECT_EQ(behind, "");
 }
 
+TEST(NodectlSend, AMessageThatTheUnitNeverTookInIsNoSuccess)
+{
+    const FakeUnit unit([](const FakeUnit::Node& node) { node.awaitBytes(); });
+    const auto outcome = nodectl(at(unit, {"send", "MMUStateIPC"}));
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_THAT(outcome.err, HasSubstr("broke"));
+}
+
 TEST(NodectlSend, WaitsForTheAnswerWithItsSequenceNumberAndPrintsWhatComesBefore)
 {
     const FakeUnit unit([](const FakeUnit::Node& node) {

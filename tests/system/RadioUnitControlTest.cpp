@@ -51,8 +51,9 @@ TEST(RadioUnitControl, RefusesMisuseWithAClearError)
         {"10 MB", sent("PATCH", "/api/state", big), 413, "1048576"},
         {"one byte too many", sent("PATCH", "/api/state", std::string((1 << 20) + 1, ' ')), 413, "1048576"},
         {"as many as allowed", sent("PATCH", "/api/state", std::string(1 << 20, ' ')), 400, "JSON"},
-        {"too much in chunks", "PATCH /api/state HTTP/1.1\r\nHost: HOST\r\nTransfer-Encoding: chunked\r\n\r\n" + chunk +
-                                   chunk + "0\r\n\r\n", 413, "1048576"},
+        {"too much in chunks",
+         "PATCH /api/state HTTP/1.1\r\nHost: HOST\r\nTransfer-Encoding: chunked\r\n\r\n" + chunk + chunk + "0\r\n\r\n",
+         413, "1048576"},
         {"length that is none", "PATCH /api/state HTTP/1.1\r\nHost: HOST\r\nContent-Length: -1\r\n\r\n", 400, "-1"},
         {"length beyond all", "PATCH /api/state HTTP/1.1\r\nHost: HOST\r\nContent-Length: 99999999999999999999\r\n\r\n",
          413, "1048576"},
@@ -62,7 +63,8 @@ TEST(RadioUnitControl, RefusesMisuseWithAClearError)
         {"two hosts", "GET /api/module HTTP/1.1\r\nHost: HOST\r\nHost: radio.example\r\n\r\n", 421, "radio.example"},
         {"foreign origin", sent("GET", "/api/module", "", "Origin: http://radio.example\r\n"), 421, "radio.example"},
         {"origin null", sent("POST", "/api/shutdown", "", "Origin: null\r\n"), 421, "null"},
-        {"another port of this machine", sent("POST", "/api/shutdown", "", "Origin: http://127.0.0.1:1\r\n"), 421, ":1"},
+        {"another port of this machine", sent("POST", "/api/shutdown", "", "Origin: http://127.0.0.1:1\r\n"), 421,
+         ":1"},
         {"own origin in TLS", sent("GET", "/api/module", "", "Origin: https://HOST\r\n"), 421, "https"},
         {"broken JSON", sent("PATCH", "/api/state", "{\"unit\":"), 400, "not JSON"},
         {"no body", sent("PATCH", "/api/state", ""), 400, "not JSON"},
@@ -79,7 +81,8 @@ TEST(RadioUnitControl, RefusesMisuseWithAClearError)
         {"event without a name", sent("POST", "/api/events", R"({"ct":1})"), 400, "event"},
         {"event's argument missing", sent("POST", "/api/events", R"({"event":"radioUp"})"), 400, "ct: missing"},
         {"event's argument unknown", sent("POST", "/api/events", R"({"event":"radioUp","ct":1,"x":2})"), 400, "x:"},
-        {"event's argument of a wrong type", sent("POST", "/api/events", R"({"event":"radioUp","ct":1.0})"), 400, "1.0"},
+        {"event's argument of a wrong type", sent("POST", "/api/events", R"({"event":"radioUp","ct":1.0})"), 400,
+         "1.0"},
         {"event's argument too large", sent("POST", "/api/events", R"({"event":"radioUp","ct":2147483648})"), 400,
          "2147483648"},
         {"signal below its range", sent("POST", "/api/events", R"({"event":"fault","signal":-1,"ct":1,"active":true})"),
@@ -99,7 +102,8 @@ TEST(RadioUnitControl, RefusesMisuseWithAClearError)
         const auto answer = httpExchange(unit.control(), withHost(misuse.request, unit.control()));
         EXPECT_EQ(answer.status, misuse.status) << misuse.what << ": " << answer.body.substr(0, 500);
         const auto body = nlohmann::json::parse(answer.body, nullptr, false);
-        ASSERT_TRUE(body.is_object() && body.size() == 1 && body.contains("error")) << misuse.what << ": " << answer.body;
+        ASSERT_TRUE(body.is_object() && body.size() == 1 && body.contains("error"))
+            << misuse.what << ": " << answer.body;
         EXPECT_NE(body["error"].get<std::string>().find(misuse.error), std::string::npos)
             << misuse.what << ": " << body["error"];
     }
@@ -140,8 +144,7 @@ TEST(RadioUnitControl, AnswersWhileManyClientsHoldOn)
     std::vector<std::unique_ptr<Socket>> idleClients;
     for (std::size_t i = 0; i < many; ++i) {
         eventClients.push_back(std::make_unique<Socket>(unit.control()));
-        eventClients.back()->send(
-            httpRequest(unit.control(), "POST", "/api/events", R"({"event":"radioUp","ct":1})"));
+        eventClients.back()->send(httpRequest(unit.control(), "POST", "/api/events", R"({"event":"radioUp","ct":1})"));
         idleClients.push_back(std::make_unique<Socket>(unit.control()));
     }
     ASSERT_TRUE(unit.waitFor("/api/calls", [](const auto& calls) {

@@ -162,9 +162,9 @@ TEST(RadioUnitLink, CutsOffANodeThatNeverReads)
 
 TEST(RadioUnitLink, HoldsBackTheSendersWhileTheReaderIsBusy)
 {
-    // The self test asks the radio for nothing, the status asks for the temperature: a slow radio keeps the reader busy.
-    const RunningUnit unit{{}, R"({"delaysMs":{"IRadio_1.getTemperature":3000}})"};
-    const Node node{unit.link()};
+    // The status asks the radio for its temperature: a slow radio keeps the reader busy.
+    const RunningUnit unit{{}, R"({"delaysMs":{"IRadio_1.getTemperature":60000}})"};
+    Node node{unit.link()};
     node.sendFrame(0, word(0x200020) + header(1));
     ASSERT_TRUE(unit.waitFor("/api/calls", [](const auto& calls) {
         return std::any_of(calls["calls"].begin(), calls["calls"].end(),
@@ -178,6 +178,9 @@ TEST(RadioUnitLink, HoldsBackTheSendersWhileTheReaderIsBusy)
     EXPECT_FALSE(node.sendWithin(flood, 1s)) << "20 MB went in while nothing was taken out";
     const Node other{unit.link()};
     EXPECT_TRUE(unit.waitFor("/api/module", [](const auto& module) { return module.at("nodes") == 2; }));
+    node.reset();
+    EXPECT_TRUE(unit.waitFor("/api/module", [](const auto& module) { return module.at("nodes") == 1; }))
+        << "a node may vanish with frames of its own waiting";
 }
 
 TEST(RadioUnitLink, SaysInTheModuleFactsWhichMessageEndedTheReader)

@@ -1,5 +1,5 @@
-#include "EquipmentMessages.h"
 #include "MessagePrinter.h"
+#include "EquipmentMessages.h"
 #include "PsMessages.h"
 
 #include <gtest/gtest.h>
@@ -78,7 +78,8 @@ TEST(MessagePrinter, PrintsTextAsUnsignedNumbersWithAutomaticNames)
     message.printText[0] = 'A';
     message.printText[159] = 0xff;
     const std::string text = printed(message);
-    EXPECT_NE(text.find("\"printText\": {\n            \"value0\": 65,\n            \"value1\": 0,"), std::string::npos);
+    EXPECT_NE(text.find("\"printText\": {\n            \"value0\": 65,\n            \"value1\": 0,"),
+              std::string::npos);
     EXPECT_NE(text.find("            \"value159\": 255\n        }\n    }\n}"), std::string::npos);
 }
 

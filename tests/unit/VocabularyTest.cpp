@@ -29,9 +29,9 @@ std::string printed(const T& value)
 TEST(Vocabulary, NamesModulations)
 {
     const std::pair<int, std::string> cases[] = {
-        {10, "HALF_BPSK_STRONG"}, {11, "HALF_BPSK"}, {22, "BPSK_LIGHT"},      {31, "4QAM"},
+        {10, "HALF_BPSK_STRONG"}, {11, "HALF_BPSK"},     {22, "BPSK_LIGHT"},     {31, "4QAM"},
         {71, "128QAM"},           {90, "512QAM_STRONG"}, {122, "4096QAM_LIGHT"}, {142, "16384QAM_LIGHT"},
-        {143, "UNDEFINED"},       {13, "UNDEFINED"}, {-1, "UNDEFINED"},       {0, "UNDEFINED"}};
+        {143, "UNDEFINED"},       {13, "UNDEFINED"},     {-1, "UNDEFINED"},      {0, "UNDEFINED"}};
     for (const auto& [value, name] : cases) {
         EXPECT_EQ(printed(EModulationAndCodeType{value}), name) << value;
     }
@@ -63,9 +63,9 @@ TEST(Vocabulary, ListsModulationsInAscendingOrder)
 
 TEST(Vocabulary, NamesReferenceClasses)
 {
-    const std::pair<int, std::string> cases[] = {{0, "2"},   {1, "4L"},  {2, "4H"},  {3, "5B"},  {4, "6B"},
-                                                 {5, "5LB"}, {6, "5HB"}, {7, "6LB"}, {8, "6HB"}, {9, "7B"},
-                                                 {10, "UNDEFINED"}, {-1, "UNDEFINED"}, {1000, "UNDEFINED"}};
+    const std::pair<int, std::string> cases[] = {
+        {0, "2"},   {1, "4L"},  {2, "4H"}, {3, "5B"},         {4, "6B"},         {5, "5LB"},         {6, "5HB"},
+        {7, "6LB"}, {8, "6HB"}, {9, "7B"}, {10, "UNDEFINED"}, {-1, "UNDEFINED"}, {1000, "UNDEFINED"}};
     for (const auto& [value, name] : cases) {
         EXPECT_EQ(printed(EReferenceSEC{value}), name) << value;
     }

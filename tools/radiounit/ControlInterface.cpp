@@ -22,8 +22,8 @@ constexpr int highestTraceLevel = 6;
 void refuseQuery(const HttpCall& call)
 {
     if (!call.query.empty()) {
-        throw HttpError{httpBadRequest, fmt::format("unknown parameter {}; the path takes none",
-                                                    call.query.begin()->first)};
+        throw HttpError{httpBadRequest,
+                        fmt::format("unknown parameter {}; the path takes none", call.query.begin()->first)};
     }
 }
 
@@ -154,8 +154,8 @@ Json ControlInterface::setTraceLevel(const HttpCall& call)
         constexpr std::size_t keys = 2;
         if (tag == wanted.end() || !tag->is_string() || level == wanted.end() || !level->is_number_unsigned() ||
             level->get<std::uint64_t>() > highestTraceLevel || wanted.size() != keys) {
-            throw JsonError{fmt::format(R"(expected {{"tag":TEXT,"level":0 to {}}}, "*" is every tag)",
-                                        highestTraceLevel)};
+            throw JsonError{
+                fmt::format(R"(expected {{"tag":TEXT,"level":0 to {}}}, "*" is every tag)", highestTraceLevel)};
         }
         const auto& name = tag->get_ref<const std::string&>();
         if (m_unit.platform.setTraceLevel(name, level->get<int>()) == 0 && name != "*") {

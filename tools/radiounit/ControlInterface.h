@@ -15,7 +15,7 @@ public:
     struct Unit {
         simulated::Platform& platform;
         ModuleSlot& module;
-        std::function<std::size_t()> nodes;  ///< connected to the link
+        std::function<std::size_t()> nodes; ///< connected to the link
         std::function<void()> requestStop;
     };
 

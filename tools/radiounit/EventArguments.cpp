@@ -79,8 +79,8 @@ EventArguments::EventArguments(const Json& object, const std::vector<EventArgume
             for (const auto& one : known) {
                 names += fmt::format("{}{}", names.empty() ? "" : ", ", one.name);
             }
-            throw EventError{fmt::format("{}: no such argument; the event takes {}", name,
-                                         names.empty() ? "none" : names)};
+            throw EventError{
+                fmt::format("{}: no such argument; the event takes {}", name, names.empty() ? "none" : names)};
         }
     }
     for (const auto& argument : known) {

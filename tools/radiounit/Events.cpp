@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <functional>
+#include <future>
 #include <string_view>
 
 #include "EventArguments.h"
@@ -54,26 +55,36 @@ const std::vector<Event>& allEvents()
     static const std::vector<Event> events{
         {"radioUp", {ct}, [](auto& to, auto& with) { return nothing(to.platform.radioUp(with.i32("ct"))); }},
         {"radioDown", {ct}, [](auto& to, auto& with) { return nothing(to.platform.radioDown(with.i32("ct"))); }},
-        {"radioCapabilitiesAvailable", {ct}, [](auto& to, auto& with) {
-             return nothing(to.platform.radioCapabilitiesAvailable(with.i32("ct")));
-         }},
-        {"radioOutputPowerNotification", {ct, {"power", Kind::i32}}, [](auto& to, auto& with) {
+        {"radioCapabilitiesAvailable",
+         {ct},
+         [](auto& to, auto& with) { return nothing(to.platform.radioCapabilitiesAvailable(with.i32("ct"))); }},
+        {"radioOutputPowerNotification",
+         {ct, {"power", Kind::i32}},
+         [](auto& to, auto& with) {
              return nothing(to.platform.radioOutputPowerNotification(with.i32("ct"), with.i32("power")));
          }},
-        {"fault", {{"signal", Kind::u8}, ct, {"active", Kind::flag}}, [](auto& to, auto& with) {
+        {"fault",
+         {{"signal", Kind::u8}, ct, {"active", Kind::flag}},
+         [](auto& to, auto& with) {
              return nothing(to.platform.fault(with.u8("signal"), with.i32("ct"), with.flag("active")));
          }},
         {"bpmCommand", {{"data", Kind::bytes}}, bpmCommand},
         {"npuSyslog", {{"text", Kind::text}, {"ct", Kind::i32, true}}, npuSyslog},
-        {"setOutgoingIpcMessagesAllowed", {{"on", Kind::flag}}, [](auto& to, auto& with) {
+        {"setOutgoingIpcMessagesAllowed",
+         {{"on", Kind::flag}},
+         [](auto& to, auto& with) {
              to.module.setOutgoingIpcMessagesAllowed(with.flag("on"));
              return nothing();
          }},
-        {"resetSelfTestCheckPerformed", {}, [](auto& to, auto&) {
+        {"resetSelfTestCheckPerformed",
+         {},
+         [](auto& to, auto&) {
              to.module.resetSelfTestCheckPerformed();
              return nothing();
          }},
-        {"resetSpontaneousMessageSequenceNumber", {}, [](auto& to, auto&) {
+        {"resetSpontaneousMessageSequenceNumber",
+         {},
+         [](auto& to, auto&) {
              to.module.resetSpontaneousMessageSequenceNumber();
              return nothing();
          }},
@@ -93,8 +104,8 @@ const Event& findEvent(const Json& event)
     if (found == events.end()) {
         std::vector<std::string_view> names(events.size());
         std::transform(events.begin(), events.end(), names.begin(), [](const Event& one) { return one.name; });
-        throw EventError{fmt::format("event: {} is none; there are {}", simulated::toText(*name),
-                                     fmt::join(names, ", "))};
+        throw EventError{
+            fmt::format("event: {} is none; there are {}", simulated::toText(*name), fmt::join(names, ", "))};
     }
     return *found;
 }
@@ -106,8 +117,14 @@ Json raiseEvent(const EventTargets& targets, const Json& event)
     const Event& known = findEvent(event);
     const EventArguments arguments{event, known.arguments};
     Json result;
+    std::future<void> done;
     try {
-        targets.platform.runOnPlatformThread([&] { result = known.raise(targets, arguments); }).get();
+        done = targets.platform.runOnPlatformThread([&] { result = known.raise(targets, arguments); });
+    } catch (const std::runtime_error& error) {
+        throw NobodyRegistered{fmt::format("{}: {}", known.name, error.what())};
+    }
+    try {
+        done.get();
     } catch (const NobodyRegistered& nobody) {
         throw NobodyRegistered{fmt::format("{}: {}", known.name, nobody.what())};
     }

@@ -129,8 +129,8 @@ const HttpRoute& HttpExchange::check(const httplib::Request& request, httplib::R
     }
     if (std::find(allowed.begin(), allowed.end(), method) == allowed.end()) {
         response.set_header("Allow", fmt::format("{}", fmt::join(allowed, ", ")));
-        throw HttpError{httpWrongMethod, fmt::format("{} takes {}, not {}", request.path, fmt::join(allowed, " or "),
-                                                     request.method)};
+        throw HttpError{httpWrongMethod,
+                        fmt::format("{} takes {}, not {}", request.path, fmt::join(allowed, " or "), request.method)};
     }
     if (request.is_multipart_form_data()) {
         throw HttpError{httpBadRequest, "the body must be JSON, not a form"};
@@ -138,9 +138,8 @@ const HttpRoute& HttpExchange::check(const httplib::Request& request, httplib::R
     if (announcedLength(request).value_or(0) > bodyLimit) {
         throw bodyTooLarge();
     }
-    return *std::find_if(m_routes.begin(), m_routes.end(), [&](const auto& route) {
-        return route.path == request.path && route.method == method;
-    });
+    return *std::find_if(m_routes.begin(), m_routes.end(),
+                         [&](const auto& route) { return route.path == request.path && route.method == method; });
 }
 
 template <typename ReadBody>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <asio/ip/tcp.hpp>
-#include <asio/steady_timer.hpp>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -9,6 +8,7 @@
 
 #include "HostCheck.h"
 #include "HttpRoute.h"
+#include "Listener.h"
 #include "WorkerPool.h"
 
 namespace radiounit {
@@ -22,9 +22,9 @@ public:
     HttpServer& operator=(const HttpServer&) = delete;
     ~HttpServer() { stop(); }
 
-    asio::ip::tcp::endpoint endpoint() const { return m_acceptor.local_endpoint(); }
+    asio::ip::tcp::endpoint endpoint() const { return m_listener.endpoint(); }
 
-    void accept();
+    void accept() { m_listener.accept(); }
 
     /// A route that waits for something says so with WorkerPool::Waiting.
     WorkerPool& workers() { return m_workers; }
@@ -33,19 +33,18 @@ public:
     void stop();
 
     /// Accepts nobody any more. On the io thread.
-    void close();
+    void close() { m_listener.close(); }
 
 private:
-    void acceptLater();
     void awaitRequest(asio::ip::tcp::socket socket);
+    void take(asio::ip::tcp::socket& socket);
     void serve(int descriptor);
 
-    asio::ip::tcp::acceptor m_acceptor;
-    asio::steady_timer m_retry;
+    Listener m_listener;
     const std::vector<HttpRoute> m_routes;
     const HostCheck m_hosts;
 
-    std::mutex m_mutex;           ///< guards the two members below, and that nobody touches a closed descriptor
+    std::mutex m_mutex;          ///< guards the two members below, and that nobody touches a closed descriptor
     std::set<int> m_descriptors; ///< of the connections whose request is in hand
     bool m_stopping = false;
 

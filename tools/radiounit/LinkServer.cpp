@@ -6,41 +6,10 @@
 #include "BigEndian.h"
 
 namespace radiounit {
-namespace {
-
-/// How long accepting rests when the system has no descriptor left for another connection. Our own choice.
-constexpr std::chrono::milliseconds acceptRest{100};
-
-} // namespace
-
 LinkServer::LinkServer(asio::ip::tcp::acceptor acceptor, Deliver deliver)
-    : m_acceptor{std::move(acceptor)}, m_retry{m_acceptor.get_executor()}, m_deliver{std::move(deliver)}
+    : m_listener{std::move(acceptor), [this](asio::ip::tcp::socket socket) { add(std::move(socket)); }},
+      m_deliver{std::move(deliver)}
 {
-}
-
-void LinkServer::accept()
-{
-    m_acceptor.async_accept([this](asio::error_code error, asio::ip::tcp::socket socket) {
-        if (error == asio::error::operation_aborted) {
-            return;
-        }
-        if (error) {
-            acceptLater();
-            return;
-        }
-        add(std::move(socket));
-        accept();
-    });
-}
-
-void LinkServer::acceptLater()
-{
-    m_retry.expires_after(acceptRest);
-    m_retry.async_wait([this](asio::error_code error) {
-        if (!error) {
-            accept();
-        }
-    });
 }
 
 void LinkServer::add(asio::ip::tcp::socket socket)
@@ -64,9 +33,8 @@ void LinkServer::deliver(const std::shared_ptr<NodeConnection>& connection, Node
     const std::uint32_t deviceFlag = bigEndianWord(frame.data());
     constexpr auto deviceWord = sizeof(deviceFlag);
     m_deliver(frame.data() + deviceWord, static_cast<unsigned>(frame.size() - deviceWord), deviceFlag);
-    asio::post(m_acceptor.get_executor(), [connection, spent = std::move(frame)]() mutable {
-        connection->delivered(std::move(spent));
-    });
+    asio::post(m_listener.executor(),
+               [connection, spent = std::move(frame)]() mutable { connection->delivered(std::move(spent)); });
 }
 
 int LinkServer::send(const char* data, unsigned length)
@@ -94,9 +62,7 @@ std::size_t LinkServer::nodes() const
 
 void LinkServer::close()
 {
-    m_retry.cancel();
-    asio::error_code ignored;
-    m_acceptor.close(ignored);
+    m_listener.close();
     const std::lock_guard lock{m_mutex};
     for (const auto& connection : m_connections) {
         connection->closeOnceSent();

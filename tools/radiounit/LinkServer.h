@@ -1,13 +1,13 @@
 #pragma once
 
 #include <asio/ip/tcp.hpp>
-#include <asio/steady_timer.hpp>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
 
 #include "DriverThread.h"
+#include "Listener.h"
 #include "NodeConnection.h"
 
 namespace radiounit {
@@ -24,10 +24,10 @@ public:
 
     LinkServer(asio::ip::tcp::acceptor acceptor, Deliver deliver);
 
-    asio::ip::tcp::endpoint endpoint() const { return m_acceptor.local_endpoint(); }
+    asio::ip::tcp::endpoint endpoint() const { return m_listener.endpoint(); }
 
     /// Nodes can connect; until `startDelivering` each is read as far as one frame.
-    void accept();
+    void accept() { m_listener.accept(); }
 
     void startDelivering() { m_driver.start(); }
     void stopDelivering() { m_driver.stop(); }
@@ -43,12 +43,10 @@ public:
     void close();
 
 private:
-    void acceptLater();
     void add(asio::ip::tcp::socket socket);
     void deliver(const std::shared_ptr<NodeConnection>& connection, NodeConnection::Frame frame);
 
-    asio::ip::tcp::acceptor m_acceptor;
-    asio::steady_timer m_retry;
+    Listener m_listener;
     const Deliver m_deliver;
     DriverThread m_driver;
 

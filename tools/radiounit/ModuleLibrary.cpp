@@ -20,7 +20,8 @@ std::filesystem::path existingFile(const std::filesystem::path& file)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) {
-        throw Failure{fmt::format("module {}: no such file; build it, or name the library with --module", file.string())};
+        throw Failure{
+            fmt::format("module {}: no such file; build it, or name the library with --module", file.string())};
     }
     return std::filesystem::absolute(file);
 }

@@ -4,6 +4,7 @@
 #include <asio/read.hpp>
 #include <cerrno>
 #include <fmt/format.h>
+#include <poll.h>
 #include <sys/socket.h>
 
 #include "BigEndian.h"
@@ -33,38 +34,68 @@ NodeConnection::NodeConnection(asio::ip::tcp::socket socket, Received received)
     m_socket.set_option(asio::socket_base::send_buffer_size{systemBuffer}, ignored);
 }
 
-void NodeConnection::readHeader()
+void NodeConnection::start()
 {
-    asio::async_read(m_socket, asio::buffer(m_header), [self = shared_from_this()](asio::error_code error, std::size_t) {
+    readHeader();
+    awaitReset();
+}
+
+/// A node that resets its connection is noticed also while nothing is read from it.
+void NodeConnection::awaitReset()
+{
+    m_socket.async_wait(asio::ip::tcp::socket::wait_error, [self = shared_from_this()](asio::error_code error) {
         if (error) {
-            self->close();
             return;
         }
-        const std::uint32_t length = bigEndianWord(self->m_header.data());
-        if (length < shortestFrame || length > longestFrame) {
-            self->reportClosing(fmt::format("announced a frame of {} bytes, allowed are {} to {}", length, shortestFrame,
-                                     longestFrame));
+        pollfd entry{self->m_socket.native_handle(), 0, 0};
+        if (poll(&entry, 1, 0) > 0) {
             self->close();
-        } else if (self->m_inHand) {
-            self->m_announced = length;
         } else {
-            self->readBody(length);
+            self->awaitReset();
         }
     });
+}
+
+void NodeConnection::readHeader()
+{
+    asio::async_read(m_socket, asio::buffer(m_header),
+                     [self = shared_from_this()](asio::error_code error, std::size_t) { self->headerRead(error); });
+}
+
+void NodeConnection::headerRead(const asio::error_code& error)
+{
+    if (error) {
+        close();
+        return;
+    }
+    const std::uint32_t length = bigEndianWord(m_header.data());
+    if (length < shortestFrame || length > longestFrame) {
+        reportClosing(
+            fmt::format("announced a frame of {} bytes, allowed are {} to {}", length, shortestFrame, longestFrame));
+        close();
+    } else if (m_inHand) {
+        m_announced = length;
+    } else {
+        readBody(length);
+    }
 }
 
 void NodeConnection::readBody(std::uint32_t length)
 {
     m_frame.resize(length);
-    asio::async_read(m_socket, asio::buffer(m_frame), [self = shared_from_this()](asio::error_code error, std::size_t) {
-        if (error) {
-            self->close();
-            return;
-        }
-        self->m_inHand = true;
-        self->m_received(self, std::move(self->m_frame));
-        self->readHeader(); // notices meanwhile when the node hangs up
-    });
+    asio::async_read(m_socket, asio::buffer(m_frame),
+                     [self = shared_from_this()](asio::error_code error, std::size_t) { self->bodyRead(error); });
+}
+
+void NodeConnection::bodyRead(const asio::error_code& error)
+{
+    if (error) {
+        close();
+        return;
+    }
+    m_inHand = true;
+    m_received(shared_from_this(), std::move(m_frame));
+    readHeader(); // notices meanwhile when the node hangs up
 }
 
 void NodeConnection::delivered(Frame frame)
@@ -83,11 +114,15 @@ bool NodeConnection::send(std::span<const char> bytes)
         return false;
     }
     const bool queued = !m_waiting.empty();
-    const auto rest = bytes.subspan(queued ? 0 : sendSome(bytes));
+    const auto sent = queued ? std::size_t{0} : sendSome(bytes);
+    if (!sent) {
+        endLocked();
+        return false;
+    }
+    const auto rest = bytes.subspan(*sent);
     if (m_waiting.size() - m_sent + rest.size() > waitingLimit) {
         reportClosing(fmt::format("does not read, {} bytes wait for it", waitingLimit));
-        m_open = false;
-        asio::post(m_socket.get_executor(), [self = shared_from_this()] { self->close(); });
+        endLocked();
         return false;
     }
     if (!rest.empty()) {
@@ -105,7 +140,12 @@ void NodeConnection::sendWaiting()
     if (!m_open) {
         return;
     }
-    m_sent += sendSome(std::span{m_waiting}.subspan(m_sent));
+    const auto sent = sendSome(std::span{m_waiting}.subspan(m_sent));
+    if (!sent) {
+        closeLocked();
+        return;
+    }
+    m_sent += *sent;
     if (m_sent == m_waiting.size()) {
         m_waiting.clear();
         m_sent = 0;
@@ -125,8 +165,8 @@ void NodeConnection::sendWaiting()
     });
 }
 
-/// Bytes that the socket took; all of them where the node is gone, which the read side notices.
-std::size_t NodeConnection::sendSome(std::span<const char> bytes)
+/// @return bytes that the socket took, nothing where the node is gone
+std::optional<std::size_t> NodeConnection::sendSome(std::span<const char> bytes)
 {
     std::size_t sent = 0;
     while (sent < bytes.size()) {
@@ -137,7 +177,7 @@ std::size_t NodeConnection::sendSome(std::span<const char> bytes)
         } else if (errno == EAGAIN) {
             return sent;
         } else if (errno != EINTR) {
-            return bytes.size();
+            return std::nullopt;
         }
     }
     return sent;
@@ -162,6 +202,13 @@ void NodeConnection::closeOnceSent()
     if (m_waiting.empty()) {
         closeLocked();
     }
+}
+
+/// Nobody sends any more; the io thread closes.
+void NodeConnection::endLocked()
+{
+    m_open = false;
+    asio::post(m_socket.get_executor(), [self = shared_from_this()] { self->close(); });
 }
 
 void NodeConnection::closeLocked()

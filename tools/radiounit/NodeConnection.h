@@ -31,7 +31,7 @@ public:
 
     NodeConnection(asio::ip::tcp::socket socket, Received received);
 
-    void start() { readHeader(); }
+    void start();
 
     /// The frame given to `Received` has been delivered; its memory comes back for a later one.
     void delivered(Frame frame);
@@ -49,10 +49,14 @@ public:
 
 private:
     void readHeader();
+    void headerRead(const asio::error_code& error);
     void readBody(std::uint32_t length);
+    void bodyRead(const asio::error_code& error);
+    void awaitReset();
     void sendWaiting();
+    void endLocked();
     void closeLocked();
-    std::size_t sendSome(std::span<const char> bytes);
+    std::optional<std::size_t> sendSome(std::span<const char> bytes);
     void reportClosing(const std::string& why) const;
 
     asio::ip::tcp::socket m_socket;
@@ -66,7 +70,7 @@ private:
 
     mutable std::mutex m_mutex; ///< guards what follows, and that nobody sends on a closed socket
     bool m_open = true;
-    bool m_closing = false; ///< nothing is left but to send what waits
+    bool m_closing = false;      ///< nothing is left but to send what waits
     std::vector<char> m_waiting; ///< what the socket did not take
     std::size_t m_sent = 0;      ///< bytes of `m_waiting` that it has taken since
 };

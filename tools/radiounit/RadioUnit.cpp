@@ -58,7 +58,8 @@ void RadioUnit::openAddresses()
 #if VORNIPC_WITH_CONTROL
     if (m_options.control) {
         m_control.emplace(listenOn(m_io, "--control", m_options.control->endpoint),
-                          ControlInterface::Unit{m_platform, m_moduleSlot, [this] { return m_link ? m_link->nodes() : 0; },
+                          ControlInterface::Unit{m_platform, m_moduleSlot,
+                                                 [this] { return m_link ? m_link->nodes() : 0; },
                                                  [this] { m_stop.request(); }});
     }
 #endif

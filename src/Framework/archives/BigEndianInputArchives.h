@@ -38,7 +38,7 @@ public:
     template <class... Fields>
     Archive& operator()(Fields&&... fields)
     {
-        if constexpr (((wireRoom<Fields> > 0) && ...)) {
+        if constexpr (((wireRoom < Fields >> 0) && ...)) {
             constexpr std::size_t room = (wireRoom<Fields> + ... + 0);
             if (const char* const start = m_archive.peek(room); start != nullptr) {
                 FieldReader reader(start);
@@ -149,7 +149,7 @@ concept InputArchiveOfTheLink =
 } // namespace binary_big_endian_detail
 
 template <binary_big_endian_detail::InputArchiveOfTheLink Archive, class T>
-    requires std::is_arithmetic_v<T>
+requires std::is_arithmetic_v<T>
 void CEREAL_LOAD_FUNCTION_NAME(Archive& archive, T& value)
 {
     if constexpr (std::is_same_v<T, bool>) {

@@ -36,7 +36,7 @@ constexpr std::uint16_t reversed(std::uint16_t half)
 template <class Word, std::size_t Count>
 inline void copyReversedChunk(char* destination, const char* source)
 {
-    Word words[Count]; // NOLINT(*-avoid-c-arrays): a plain block is what the vectoriser sees through
+    Word words[Count]; // a plain block is what the vectoriser sees through
     std::memcpy(words, source, sizeof words);
     for (Word& word : words) {
         word = reversed(word);

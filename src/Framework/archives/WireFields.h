@@ -15,7 +15,10 @@ namespace cereal::binary_big_endian_detail {
 /// A record whose `serialize` names each of its fields at most once, so that it never needs more room on the wire than
 /// in memory. Says so with `static constexpr bool everyFieldOnce = true`; the bases of all messages do.
 template <class T>
-concept EveryFieldOnce = requires { requires T::everyFieldOnce; };
+concept EveryFieldOnce = requires
+{
+    requires T::everyFieldOnce;
+};
 
 /// Most bytes that a value of type T takes on the wire; 0 where that is not known beforehand.
 template <class T>
@@ -62,7 +65,7 @@ struct UnderlyingInteger {
     using Type = T;
 };
 template <class T>
-    requires std::is_enum_v<T>
+requires std::is_enum_v<T>
 struct UnderlyingInteger<T> {
     using Type = std::underlying_type_t<T>;
 };
@@ -79,7 +82,7 @@ public:
     char* position() const { return m_next; }
 
     template <class... Fields>
-    FieldWriter& operator()(Fields&&... fields) // NOLINT(*-missing-std-forward): a visit, nothing is moved from
+    FieldWriter& operator()(Fields&&... fields) // a visit: nothing is moved from
     {
         (write(fields), ...);
         return *this;
@@ -101,7 +104,7 @@ private:
                 write(element);
             }
         } else {
-            const_cast<Field&>(field).serialize(*this); // NOLINT(*-const-cast): serialize serves both directions
+            const_cast<Field&>(field).serialize(*this); // serialize serves both directions
         }
     }
 
@@ -123,7 +126,7 @@ public:
     const char* position() const { return m_next; }
 
     template <class... Fields>
-    FieldReader& operator()(Fields&&... fields) // NOLINT(*-missing-std-forward): a visit, nothing is moved from
+    FieldReader& operator()(Fields&&... fields) // a visit: nothing is moved from
     {
         (read(fields), ...);
         return *this;

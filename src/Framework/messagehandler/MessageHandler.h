@@ -57,7 +57,7 @@ private:
     struct BytesView : std::streambuf {
         BytesView(const char* data, std::size_t size)
         {
-            char* const begin = const_cast<char*>(data); // NOLINT(*-const-cast): a get area is only read from
+            char* const begin = const_cast<char*>(data); // a get area is only read from
             setg(begin, begin, begin + size);
         }
     };

@@ -9,31 +9,44 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <mutex>
 #include <optional>
 #include <span>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
-/// What comes of something that happens to the module, in the order in which it came.
-struct Outcome {
-    std::vector<std::string> sent;  ///< buffers for the node, as hexadecimal digits
-    std::vector<std::string> calls; ///< "IRadio_1.setRfLoop(true)": platform calls, but those that only send
+/// What comes of something that happens to the module, line by line: first the buffers that it sends, as hexadecimal
+/// digits; then its platform calls, "IRadio_1.setRfLoop(true)", but for those that send; then its trace, "1 onRAUState:
+/// text", which is level, method and text. Of the trace it has all lines up to level 4, and those of levels 5 and 6 that
+/// are wanted; a message in a text is cut to its name.
+class Outcome {
+public:
+    /// One line, or several that go together.
+    struct Lines {
+        Lines(const char* line) : lines{line} {}
+        Lines(std::string line) : lines{std::move(line)} {}
+        Lines(std::vector<std::string> several) : lines(std::move(several)) {}
+        std::vector<std::string> lines;
+    };
 
-    /// "1 onRAUState: text": level, method and text of trace lines. All lines up to level 4, and those of levels 5 and 6
-    /// that are expected. A message in a text is cut to its name.
-    std::vector<std::string> trace;
+    Outcome() = default;
+    Outcome(std::initializer_list<Lines> parts);
+
+    const std::vector<std::string>& lines() const { return m_lines; }
+
+private:
+    std::vector<std::string> m_lines;
 };
 
 /// One buffer from the node and what comes of it.
 struct Exchange {
     std::string name;
-    std::string given = {};   ///< merge patch of the platform state; injections of it end with the exchange
-    std::string request = {}; ///< hexadecimal digits
-    std::vector<std::string> sent = {};
-    std::vector<std::string> calls = {};
-    std::vector<std::string> trace = {};
+    std::string request; ///< hexadecimal digits
+    Outcome outcome = {};
+    std::string given = {}; ///< merge patch of the platform state, before; injections of it end with the exchange
     unsigned device = 0;
 };
 
@@ -41,9 +54,9 @@ struct Exchange {
 class ModuleTest : public testing::Test {
 protected:
     struct Setup {
-        unsigned channels = 2;                               ///< radios of the platform
-        std::optional<unsigned char> moduleChannels = {};    ///< channel count of the module; by default the same
-        std::string state = "{}";                            ///< merge patch, before anything is created
+        unsigned channels = 2;                            ///< radios of the platform
+        std::optional<unsigned char> moduleChannels = {}; ///< channel count of the module; by default the same
+        std::string state = "{}";                         ///< merge patch, before anything is created
         const char* mmuAddress = "127.0.0.1";
         int traceLevel = 6;
     };
@@ -100,6 +113,10 @@ protected:
         }
         return true;
     }
+
+    /// The platform's records since its start. A list of its own, so that a loop over it is safe.
+    simulated::Json allCalls() const { return platform.calls(0)["calls"]; }
+    simulated::Json allTraceLines() const { return platform.traceLines(0)["lines"]; }
 
     /// Whether the module is inside of a platform operation that has this name.
     bool isUnderWay(const std::string& interface, const std::string& operation) const;

@@ -40,6 +40,11 @@ std::string FakeUnit::Node::receive() const
     return length.empty() ? std::string() : hexadecimal(receiveBytes(std::stoul(hexadecimal(length), nullptr, 16)));
 }
 
+void FakeUnit::Node::awaitBytes() const
+{
+    readable(m_socket);
+}
+
 void FakeUnit::Node::send(const std::string& frame) const
 {
     const std::string content = bytes(frame);

@@ -16,6 +16,9 @@ public:
         /// Device word and buffer of the node's next frame; empty at the end of the connection.
         std::string receive() const;
 
+        /// Waits for bytes of the node and leaves them unread.
+        void awaitBytes() const;
+
         /// A frame: the length word, then device word and buffer as given.
         void send(const std::string& frame) const;
 

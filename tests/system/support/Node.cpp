@@ -1,11 +1,11 @@
 #include "Node.h"
 
 #include <algorithm>
+#include <arpa/inet.h>
 #include <array>
 #include <cctype>
 #include <cerrno>
 #include <netinet/in.h>
-#include <arpa/inet.h>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/socket.h>
@@ -83,8 +83,7 @@ bool Socket::sendWithin(const std::string& data, std::chrono::milliseconds howLo
     const Deadline deadline{howLong};
     std::size_t sent = 0;
     while (sent < data.size()) {
-        const auto taken =
-            ::send(m_descriptor, data.data() + sent, data.size() - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
+        const auto taken = ::send(m_descriptor, data.data() + sent, data.size() - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
         if (taken > 0) {
             sent += static_cast<std::size_t>(taken);
         } else if (errno != EAGAIN || !await(m_descriptor, POLLOUT, deadline)) {

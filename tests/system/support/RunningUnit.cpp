@@ -9,8 +9,9 @@
 RunningUnit::RunningUnit(const std::vector<std::string>& options, const std::string& state)
 {
     const std::string ready = m_folder.path() + "/ready";
-    std::vector<std::string> command{RADIOUNIT_PATH, "--link",  "127.0.0.1:0", "--control", "127.0.0.1:0", "--ready-file",
-                                     ready,          "--state", m_folder.write("state", state)};
+    std::vector<std::string> command{RADIOUNIT_PATH, "--link",      "127.0.0.1:0",
+                                     "--control",    "127.0.0.1:0", "--ready-file",
+                                     ready,          "--state",     m_folder.write("state", state)};
     command.insert(command.end(), options.begin(), options.end());
     m_program = std::make_unique<Program>(command);
     if (!m_program->waitForFile(ready)) {

@@ -14,7 +14,7 @@
 class FieldLister {
 public:
     template <class... Fields>
-    FieldLister& operator()(Fields&&... fields) // NOLINT(*-missing-std-forward): a visit, nothing is moved from
+    FieldLister& operator()(Fields&&... fields) // a visit: nothing is moved from
     {
         (list(fields.name, fields.value), ...);
         return *this;

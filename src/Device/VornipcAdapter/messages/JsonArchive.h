@@ -17,6 +17,7 @@ class BasicOStreamWrapper<std::ostream> {
 public:
     using Ch = char;
 
+    // NOLINTNEXTLINE(*-member-init): the block is written before it is read
     explicit BasicOStreamWrapper(std::ostream& stream) : m_stream(stream) {}
     BasicOStreamWrapper(const BasicOStreamWrapper&) = delete;
     BasicOStreamWrapper& operator=(const BasicOStreamWrapper&) = delete;
@@ -27,7 +28,7 @@ public:
         if (m_used == m_block.size()) {
             handOver();
         }
-        m_block[m_used++] = character; // NOLINT(*-constant-array-index): below the size, by the line before
+        m_block[m_used++] = character;
     }
 
     void Flush()
@@ -45,7 +46,7 @@ private:
 
     std::ostream& m_stream;
     std::size_t m_used = 0;
-    std::array<Ch, 512> m_block; // NOLINT(*-member-init): written before it is read
+    std::array<Ch, 512> m_block;
 };
 
 } // namespace rapidjson

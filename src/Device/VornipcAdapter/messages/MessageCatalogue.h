@@ -35,7 +35,7 @@ public:
 
     const std::string& name() const { return m_name; } ///< members of a group as "group.member"
     FieldType type() const { return m_type; }
-    std::size_t offset() const { return m_offset; } ///< bytes from the header's first byte
+    std::size_t offset() const { return m_offset; }              ///< bytes from the header's first byte
     std::optional<std::size_t> count() const { return m_count; } ///< elements of an array; empty for a single value
     std::size_t elements() const { return m_count.value_or(1); }
     std::size_t size() const { return elements() * widthOf(m_type); } ///< bytes on the wire
@@ -84,8 +84,8 @@ struct MessageDefinition {
     MessageArea area;
     MessageDirection direction;
     MessageHeader header;
-    std::size_t size; ///< bytes of header and body
-    std::string answer; ///< name of the message that answers this one; empty where none does
+    std::size_t size;                        ///< bytes of header and body
+    std::string answer;                      ///< name of the message that answers this one; empty where none does
     std::unique_ptr<AnyMessage> (*create)(); ///< a fresh message with every field at its default
 };
 

@@ -17,8 +17,8 @@ namespace message_printer_detail {
 inline std::string demangled(const char* mangledName)
 {
     int status = 0;
-    const std::unique_ptr<char, decltype(&std::free)> name(
-        abi::__cxa_demangle(mangledName, nullptr, nullptr, &status), &std::free);
+    const std::unique_ptr<char, decltype(&std::free)> name(abi::__cxa_demangle(mangledName, nullptr, nullptr, &status),
+                                                           &std::free);
     return status == 0 && name ? std::string(name.get()) : std::string();
 }
 
@@ -34,8 +34,7 @@ const std::string& messageName()
 
 /// Prints an ordinary message as indented JSON: its id, its name, and its fields in wire order.
 template <WireMessage Message>
-    requires std::derived_from<Message, SignalHeader>
-std::ostream& operator<<(std::ostream& os, const Message& message)
+requires std::derived_from<Message, SignalHeader> std::ostream& operator<<(std::ostream& os, const Message& message)
 {
     cereal::JSONOutputArchive archive(os);
     archive(cereal::make_nvp("id", static_cast<std::int32_t>(Message::messageId)),
@@ -46,8 +45,7 @@ std::ostream& operator<<(std::ostream& os, const Message& message)
 
 /// Prints a message of the PS device as indented JSON: its group, and its fields under the mangled name of its type.
 template <WireMessage Message>
-    requires std::derived_from<Message, PsSignalHeader>
-std::ostream& operator<<(std::ostream& os, const Message& message)
+requires std::derived_from<Message, PsSignalHeader> std::ostream& operator<<(std::ostream& os, const Message& message)
 {
     cereal::JSONOutputArchive archive(os);
     archive(cereal::make_nvp("Id", static_cast<std::int32_t>(Message::messageId)),

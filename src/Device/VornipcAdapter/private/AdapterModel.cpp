@@ -211,7 +211,7 @@ bool AdapterModel::setRadioChannelNearEnd(int radioChannelIndex)
     return true;
 }
 
-bool AdapterModel::onSetFarEndPmaxCapability(RadioChannel ct, std::map<EModulationAndCodeType, int> pmaxDb)
+bool AdapterModel::onSetFarEndPmaxCapability(RadioChannel ct, const std::map<EModulationAndCodeType, int>& pmaxDb)
 {
     const std::scoped_lock lock(m_mutex);
     if (!m_initialized) {

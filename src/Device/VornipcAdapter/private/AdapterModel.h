@@ -56,7 +56,7 @@ public:
     bool onSetFrequency(int radioChannelIndex, int txStep, int rxStep);
 
     /// Tells the platform how much output power the far end has for each modulation, in dB.
-    bool onSetFarEndPmaxCapability(RadioChannel ct, std::map<EModulationAndCodeType, int> pmaxDb);
+    bool onSetFarEndPmaxCapability(RadioChannel ct, const std::map<EModulationAndCodeType, int>& pmaxDb);
 
     /// Values outside the node's numbering give 4QAM.
     EModulationAndCodeType convertACM(ACM_T acm) const;
@@ -99,7 +99,9 @@ private:
 
     std::int32_t m_numberOfChannels;
 
-    std::mutex m_mutex; ///< guards the channels; held across the platform calls of one configuration
+    /// Guards the channels; held across the platform calls of one configuration, so a platform must not wait there for a
+    /// radio callback of its own.
+    std::mutex m_mutex;
     PerChannel<Channel> m_channels;
 
     PlatformInterface<IHardwareConfigurationHandler> m_hardwareConfigurationHandler;

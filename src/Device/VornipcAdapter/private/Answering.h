@@ -42,7 +42,8 @@ template <WireMessage Response, WireMessage Request>
 Response responseTo(const Request& request)
 {
     Response response;
-    static_cast<HeaderOf<Response>&>(response) = request;
+    const HeaderOf<Response>& header = request;
+    static_cast<HeaderOf<Response>&>(response) = header;
     return response;
 }
 

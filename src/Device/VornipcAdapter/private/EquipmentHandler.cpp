@@ -42,7 +42,8 @@ Result EquipmentHandler::onModuleInit()
 
 void EquipmentHandler::registerReceivers()
 {
-    // clang-format off: one method a line
+    // One method a line.
+    // clang-format off
     m_messageHandler.registerReceivers(*this,
         &EquipmentHandler::onSelftestReq,
         &EquipmentHandler::onSwStatusReq,
@@ -81,11 +82,10 @@ void EquipmentHandler::registerReceivers()
 bool EquipmentHandler::lookUpInterfaces()
 {
     const CallSite site{__FILE__, __LINE__, "onModuleInit"};
-    const bool found =
-        InterfaceLookup(m_trace, " Error getting interface to ", site)(m_alarmHandler) &&
-        InterfaceLookup(m_trace, "failed to get interface to", site)(m_trafficHandler) &&
-        InterfaceLookup(m_trace, "Error getting interface to ", site)(m_hardwareConfigurationHandler) &&
-        InterfaceLookup(m_trace, " failed to get interface to", site)(m_rlbspApi);
+    const bool found = InterfaceLookup(m_trace, " Error getting interface to ", site)(m_alarmHandler) &&
+                       InterfaceLookup(m_trace, "failed to get interface to", site)(m_trafficHandler) &&
+                       InterfaceLookup(m_trace, "Error getting interface to ", site)(m_hardwareConfigurationHandler) &&
+                       InterfaceLookup(m_trace, " failed to get interface to", site)(m_rlbspApi);
     if (!found) {
         return false;
     }
@@ -262,8 +262,8 @@ bool EquipmentHandler::getRadioUp(RadioChannel ct) const
 void EquipmentHandler::setRadioUp(RadioChannel ct, bool up)
 {
     if (!servesChannel(ct)) {
-        m_trace.at(TraceLevel::Error) << "setRadioUp(): channel " << ct << " is not one of this unit's "
-                                      << m_channelCount << ", nothing was done";
+        m_trace.at(TraceLevel::Error) << "setRadioUp(): channel " << ct << " is not served (channel count "
+                                      << m_channelCount << "), its state is not kept";
         return;
     }
     const std::scoped_lock lock(m_stateMutex);

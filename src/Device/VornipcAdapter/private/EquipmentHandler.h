@@ -156,7 +156,8 @@ private:
 
     std::uint32_t m_mmuState = 0; ///< last state received; used on the reader thread only
 
-    mutable std::mutex m_stateMutex; ///< guards the radio-up flags and the capabilities; no platform call under it
+    mutable std::mutex m_stateMutex; ///< guards the radio-up flags and the capabilities; under it at most the message
+                                     ///< handler's lock and the trace
     AnsCapabilities m_ansCapabilities;
 
     std::mutex m_detectionMutex; ///< one detection at a time; held for the whole of it, platform calls included

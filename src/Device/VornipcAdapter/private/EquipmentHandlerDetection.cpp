@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <map>
 #include <string>
 #include <string_view>
@@ -34,7 +35,7 @@ constexpr std::uint32_t setFailed = 1;
 std::uint32_t decodeRauSupplyVoltage(RadioInventory::SupplyVoltages voltage)
 {
     constexpr std::array<std::uint32_t, 5> nodeNumbers{0, 2, 3, 4, 1};
-    return voltage < nodeNumbers.size() ? nodeNumbers[voltage] : 0; // NOLINT(*-constant-array-index)
+    return voltage < nodeNumbers.size() ? nodeNumbers[voltage] : 0;
 }
 
 /// Copies a platform text up to its terminating zero, or up to the field's width where it has none.
@@ -54,8 +55,8 @@ std::string_view textOf(const std::array<char, Width>& text)
 const std::map<std::string, int, std::less<>> acmByModulation = [] {
     std::map<std::string, int, std::less<>> map;
     int acm = 0;
-    for (const char* modulation : {"4QAM", "16QAM", "32QAM", "64QAM", "128QAM", "256QAM", "512QAM", "1024QAM",
-                                   "2048QAM", "4096QAM"}) {
+    for (const char* modulation :
+         {"4QAM", "16QAM", "32QAM", "64QAM", "128QAM", "256QAM", "512QAM", "1024QAM", "2048QAM", "4096QAM"}) {
         for (const char* code : {"_STRONG", "", "_LIGHT"}) {
             map.emplace(std::string(modulation) + code, ++acm);
         }
@@ -197,7 +198,7 @@ void EquipmentHandler::radioCapabilitiesAvailable(RadioChannel ct)
 
 void EquipmentHandler::onGetRAUCapabilityReq(GetRAUCapabilityReqIPC* request)
 {
-    traceCalled<GetRAUCapabilityReqIPC>(m_trace);
+    traceRequest(m_trace, *request);
     auto response = responseTo<GetRAUCapabilityResIPC>(*request);
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
@@ -212,13 +213,12 @@ void EquipmentHandler::onGetRAUCapabilityReq(GetRAUCapabilityReqIPC* request)
         words = {codes[0], codes[1], codes[2], codes[3], codes[4],  codes[5],
                  codes[6], codes[7], codes[8], codes[9], codes[10], codes[11]};
     }
-    traceReceived(m_trace, *request);
     respond(m_messageHandler, m_trace, response);
 }
 
 void EquipmentHandler::onGetRAUIndexCapabilitiesReq(GetRAUIndexCapabilitiesReqIPC* request)
 {
-    traceCalled<GetRAUIndexCapabilitiesReqIPC>(m_trace);
+    traceRequest(m_trace, *request);
     auto response = responseTo<GetRAUIndexCapabilitiesResIPC>(*request);
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
@@ -239,7 +239,7 @@ void EquipmentHandler::onGetRAUIndexCapabilitiesReq(GetRAUIndexCapabilitiesReqIP
 
 void EquipmentHandler::onSetRAUIndexCapabilitiesReq(SetRAUIndexCapabilitiesReqIPC* request)
 {
-    traceCalled<SetRAUIndexCapabilitiesReqIPC>(m_trace);
+    traceRequest(m_trace, *request);
     auto response = responseTo<SetRAUIndexCapabilitiesResIPC>(*request);
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
@@ -251,7 +251,7 @@ void EquipmentHandler::onSetRAUIndexCapabilitiesReq(SetRAUIndexCapabilitiesReqIP
         }
         m_trace.at(TraceLevel::Call) << "RAU subband request is: " << request->rauSubBand;
     }
-    m_messageHandler.send(response, VornipcDeviceId::ads);
+    respond(m_messageHandler, m_trace, response);
 }
 
 void EquipmentHandler::getAcmCapacities(int frameId, int* capacities,
@@ -263,8 +263,8 @@ void EquipmentHandler::getAcmCapacities(int frameId, int* capacities,
     }
     SRadioFrameItem item;
     if (!available(m_trace, m_hardwareConfigurationHandler) ||
-        isFailure(m_hardwareConfigurationHandler->getFrameFormatItem(
-            frameFormatList, static_cast<unsigned long>(frameId), item))) {
+        isFailure(m_hardwareConfigurationHandler->getFrameFormatItem(frameFormatList,
+                                                                     static_cast<std::uint32_t>(frameId), item))) {
         m_trace.at(TraceLevel::Error) << "failed to get capacities for frameId=" << frameId;
         return;
     }

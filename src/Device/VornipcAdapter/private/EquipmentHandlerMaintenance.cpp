@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "Answering.h"
-#include "Bsp.h"
 #include "EquipmentHandler.h"
 #include "TrfMlm.h"
 
@@ -164,7 +163,7 @@ void EquipmentHandler::onSetTxMaxAcmLimitReq(SetTxMaxAcmLimitReqIPC* message)
 {
     traceRequest(m_trace, *message);
     const RadioChannel ct = channelOf(*message);
-    if (!isChannel(ct)) {
+    if (!servesChannel(ct)) {
         traceIncorrectChannel(message->ct);
         return;
     }

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "IInterface.h"
 #include "InterfaceBroker.h"

@@ -21,8 +21,8 @@ constexpr bool isChannel(RadioChannel ct)
 template <class T>
 class PerChannel {
 public:
-    T& operator[](RadioChannel ct) { return m_entries[position(ct)]; } // NOLINT(*-constant-array-index)
-    const T& operator[](RadioChannel ct) const { return m_entries[position(ct)]; } // NOLINT(*-constant-array-index)
+    T& operator[](RadioChannel ct) { return m_entries[position(ct)]; }
+    const T& operator[](RadioChannel ct) const { return m_entries[position(ct)]; }
 
 private:
     static std::size_t position(RadioChannel ct) { return isChannel(ct) ? static_cast<std::size_t>(ct) : 0; }

@@ -22,8 +22,8 @@ constexpr std::array activationPhases{11UL};
 
 VornipcAdapter::VornipcAdapter(unsigned char numberOfChannels, ITiDisableModulation& /*disableModulation*/,
                                const std::string& mmuAddress)
-    : ModuleInterface(vornipcModuleId, vornipcModuleName, thirdRegistrationValue, fourthRegistrationValue, activationPhases.data(),
-                      activationPhases.size()),
+    : ModuleInterface(vornipcModuleId, vornipcModuleName, thirdRegistrationValue, fourthRegistrationValue,
+                      activationPhases.data(), activationPhases.size()),
       m_numberOfChannels(numberOfChannels),
       m_messageHandler(std::make_unique<VornipcMessageHandler>(mmuAddress, nullptr)),
       m_adapterModel(std::make_unique<AdapterModel>(numberOfChannels)),

@@ -91,7 +91,8 @@ void VornipcMessageClient::stop()
     }
     m_mailbox.close();
     if (m_reader.joinable()) {
-        m_trace.at(TraceLevel::Event, {__FILE__, __LINE__, "~VornipcMessageClient"}) << "Shutting down VORNIPC thread (T)";
+        m_trace.at(TraceLevel::Event, {__FILE__, __LINE__, "~VornipcMessageClient"})
+            << "Shutting down VORNIPC thread (T)";
         m_reader.join();
     }
     const std::unique_lock lock(currentClientMutex);
@@ -206,8 +207,8 @@ void VornipcMessageClient::fetchMail()
         m_callback->onMessageReceived(message.bytes.data(), length, message.device);
     } catch (...) {
         const std::scoped_lock lock(m_stateMutex);
-        m_state.lastMessage = {dispatchIdOf(message.bytes, message.device),
-                               static_cast<std::uint32_t>(message.device), length};
+        m_state.lastMessage = {dispatchIdOf(message.bytes, message.device), static_cast<std::uint32_t>(message.device),
+                               length};
         throw;
     }
 }
@@ -244,7 +245,7 @@ int VornipcMessageClient::connect2Vornipc(const char* /*address*/, int /*port*/,
     return 0;
 }
 
-bool VornipcMessageClient::readSocket(char* buffer, unsigned length)
+bool VornipcMessageClient::readSocket(char* buffer, unsigned length) const
 {
     unsigned received = 0;
     while (received < length) {

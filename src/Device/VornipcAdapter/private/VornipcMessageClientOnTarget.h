@@ -61,11 +61,11 @@ public:
     void fetchMail();
 
     /// The PCI driver needs no connection.
-    int connect2Vornipc(const char* address, int port, Type type); // NOLINT(readability-convert-member-functions-to-static)
+    int connect2Vornipc(const char* address, int port, Type type);
     void readThreadEntry() {}
 
     /// Reads exactly `length` bytes from the socket descriptor. Not used on the PCI path.
-    bool readSocket(char* buffer, unsigned length);
+    bool readSocket(char* buffer, unsigned length) const;
 
     /// Log the first 1666 bytes of a buffer in hexadecimal, at level 6 and at level 1.
     static void hexdump(const char* data, unsigned length);

@@ -113,7 +113,7 @@ constexpr bool allIdsDiffer()
     constexpr std::array ids{Messages::messageId...};
     for (std::size_t i = 0; i < ids.size(); ++i) {
         for (std::size_t j = i + 1; j < ids.size(); ++j) {
-            if (ids[i] == ids[j]) { // NOLINT(*-constant-array-index): evaluated by the compiler
+            if (ids[i] == ids[j]) {
                 return false;
             }
         }

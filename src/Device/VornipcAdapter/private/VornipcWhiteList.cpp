@@ -8,7 +8,8 @@ namespace {
 
 /// Messages that a node in QES mode exchanges with the radio: software upgrade and equipment, as the node's software
 /// knows them. An area's name stands for a message that this radio neither sends nor receives.
-constexpr std::uint32_t whiteListIds[] = { // NOLINT(*-avoid-c-arrays)
+constexpr std::uint32_t whiteListIds[] = {
+
     0x600001, // GetSwBoardReqIPC
     0x600002, // CodePacketStartIPC
     0x600003, // CodePacketIPC

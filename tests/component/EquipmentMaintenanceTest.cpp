@@ -1,0 +1,322 @@
+#include "support/ModuleTest.h"
+
+namespace {
+
+class EquipmentMaintenance : public ModuleTest {
+protected:
+    /// Tells the same of each channel number that no unit has.
+    void expectForWrongChannels(const std::string& requestId, const std::string& requestBody,
+                                const std::string& answerId, const std::string& answerBody, const std::string& line)
+    {
+        for (const std::int64_t ct : {0LL, 3LL, 4294967295LL}) {
+            const Exchange exchange{
+                requestId + " for channel " + std::to_string(ct),
+                requestId + head(ct) + requestBody,
+                {answerId.empty() ? std::vector<std::string>{} : std::vector{toNode(answerId) + head(ct) + answerBody},
+                 line + std::to_string(ct) + " ()"}};
+            runAll({&exchange, 1});
+        }
+    }
+};
+
+/// The radio's own codes, and what the node gets where they are not exchanged.
+const std::string ownCodes = words(0, 3, 0, 0, 0, 0x5b, 1, 3, 0, 0, 0, 0);
+const std::string noCodes = zeros(48);
+
+std::string selfTestAnswer(std::int64_t result, const std::string& codes)
+{
+    return toNode("00200005") + head(0) + words(result) + codes;
+}
+
+const std::string whiteListOff = "4 enableVornipcWhiteList: Disabling Vornipc white list for ANS RL5";
+const std::string whiteListOn = "4 enableVornipcWhiteList: Enabling Vornipc white list for ANS RL5";
+
+TEST_F(EquipmentMaintenance, SelfTestExchangesCapabilitiesOnce)
+{
+    start();
+    const std::string exchanged = "5 onSelftestReq: TODO: SAL_EQH_InitFrameFormatList (ANSCompatibilityCodes)";
+    const std::string channelEnabled = "5 onSelftestReq: TODO: SAL_EnablePCIChannel() for outgoing messages";
+    const std::string avsInit = "5 onSelftestReq: TODO: RLBSP_bcm_avsInit(); replace with dspApi() call ?";
+    const std::string initialize = "IRlbspKroApi.initialize()";
+    const std::string productId = "Bsp.getProductId()";
+    const Exchange cases[] = {
+        {"the first one exchanges",
+         selfTest(1, 0x20),
+         {selfTestAnswer(1, ownCodes), productId, initialize, "5 onSelftestReq: called (id: 0x200004)",
+          "6 onSelftestReq: Received: ADSSelftestReqIPC", whiteListOff, whiteListOff, exchanged, channelEnabled,
+          avsInit, "6 onSelftestReq: Respond with: ADSSelftestResIPC"}},
+        {"the second does not, and keeps what the node can",
+         selfTest(1, 0),
+         {selfTestAnswer(1, noCodes), initialize, whiteListOff, channelEnabled, avsInit}},
+        {"QES mode is taken from every one", selfTest(1, 0x80), {selfTestAnswer(1, noCodes), initialize, whiteListOn}},
+        {"type 0 asks for an exchange next time",
+         selfTest(0, 0),
+         {selfTestAnswer(2, noCodes), whiteListOff, channelEnabled}},
+        {"so the next exchanges again",
+         selfTest(0, 0x02),
+         {selfTestAnswer(2, ownCodes), productId, whiteListOff, whiteListOff, exchanged, channelEnabled}},
+        {"a product of its own says so in its power codes",
+         selfTest(7, 0),
+         {selfTestAnswer(1, words(0, 3, 0, 0, 0, 0x5b, 1, 1, 0, 0, 0, 0)), productId, whiteListOff, whiteListOff,
+          avsInit},
+         R"({"unit":{"productId":5}})"},
+    };
+    runAll(cases);
+    EXPECT_EQ(module()->linkFacts().slotNumber, 3) << "from the header";
+
+    module()->resetSelfTestCheckPerformed();
+    const Exchange again{"exchanged anew on request",
+                         selfTest(1, 0x84),
+                         {selfTestAnswer(1, ownCodes), productId, whiteListOn, whiteListOn},
+                         R"({"unit":{"productId":4}})"};
+    runAll({&again, 1});
+    EXPECT_TRUE(module()->linkFacts().vornipcWhiteListActive);
+}
+
+TEST_F(EquipmentMaintenance, StatusAnswersThroughTheClosedGate)
+{
+    start();
+    const Exchange status{"software status",
+                          "00200006" + head(2),
+                          {toNode("00200007") + head(2), "5 onSwStatusReq: called (id: 0x200006)",
+                           "6 onSwStatusReq: Received: ADSSwStatusReqIPC",
+                           "6 onSwStatusReq: Respond with: ADSSwStatusResIPC",
+                           "5 onSwStatusReq: ADSSwStatusResIPC response sent"}};
+    runAll({&status, 1});
+}
+
+TEST_F(EquipmentMaintenance, TemperatureIsASignedByte)
+{
+    startInService();
+    const std::string request = "00200020" + head(2);
+    const std::string answer = toNode("00200021") + head(2);
+    const std::vector<std::string> queried{"IRadio_2.isRadioUp()", "IRadio_2.getTemperature()"};
+    const Exchange cases[] = {
+        {"below zero", request, {answer + "ffffff80", queried}, R"({"channels":{"2":{"radio":{"temperature":-128}}}})"},
+        {"highest", request, {answer + words(127), queried}, R"({"channels":{"2":{"radio":{"temperature":127}}}})"},
+        {"the query fails", request, {answer + words(0), queried}, R"({"results":{"IRadio_2.getTemperature":32768}})"},
+        {"radio down",
+         request,
+         {answer + words(0), "IRadio_2.isRadioUp()"},
+         R"({"channels":{"2":{"radio":{"up":false}}}})"},
+    };
+    runAll(cases);
+    expectForWrongChannels("00200020", "", "00200021", words(0), "1 onRauStatusReq: Incorrect ct number ");
+}
+
+TEST_F(EquipmentMaintenance, RestartIsAnsweredBeforeTheRadioGoes)
+{
+    startInService();
+    const auto request = [](std::int64_t command) { return "00200017" + head(1) + words(command); };
+    const std::string refused = toNode("00200018") + head(1) + words(2);
+    const std::string invalid = "1 onRAURestartReq:  invalid restart request for ct 1";
+    const std::string stubbed = "5 onRAURestartReq: ----- Stubbed RAURestartResIPC response";
+    const Exchange cases[] = {
+        {"command 2", request(2), {refused, "IRadio_1.isRadioUp()", stubbed, invalid}},
+        {"command 0", request(0), {refused, "IRadio_1.isRadioUp()", invalid}},
+        {"radio down",
+         request(1),
+         {refused, "IRadio_1.isRadioUp()", invalid},
+         R"({"results":{"IRadio_1.isRadioUp":0}})"},
+    };
+    runAll(cases);
+    expectForWrongChannels("00200017", words(1), "00200018", words(2), "1 onRAURestartReq:  Incorrect ct number ");
+
+    patch(R"({"results":{"IRadio_1.restart":0}})"); // the radio stays where it is
+    newCalls();
+    deliver(request(1));
+    settle();
+    EXPECT_EQ(newlySent().back(), toNode("00200018") + head(1) + words(1));
+    EXPECT_EQ(newCalls(true), (std::vector<std::string>{"IRadio_1.isRadioUp()", "ripc.sendBufferToPci(36)",
+                                                        "IAlarmHandler.notifyRauRestart(1)", "IRadio_1.restart(0)"}));
+}
+
+TEST_F(EquipmentMaintenance, ARestartedRadioIsLostAndDetectedAgain)
+{
+    startInService(0x02);
+    deliver("00200017" + head(2) + words(1));
+    std::vector<std::string> sent;
+    EXPECT_TRUE(comesTrue([&] {
+        for (std::string& buffer : newlySent()) {
+            sent.push_back(buffer.substr(0, 16));
+        }
+        return sent.size() >= 4;
+    }));
+    EXPECT_EQ(sent, (std::vector<std::string>{toNode("00200005"), toNode("00200018"), toNode("00200002"),
+                                              toNode("00200131")}))
+        << "self test, restart accepted, lost, detected";
+}
+
+TEST_F(EquipmentMaintenance, DefaultConfigurationWantsARadioThatIsUp)
+{
+    startInService();
+    const std::string request = "00200022" + head(1);
+    const std::string done = toNode("00200023") + head(1) + words(0);
+    const std::string failed = toNode("00200023") + head(1) + words(1);
+    const std::vector<std::string> tried{"IRadio_1.isRadioUp()", "IRadio_1.setDefaultConfiguration()"};
+    const std::string failedLine = "1 onSetRAUDefaultConfigReq:  Failed to set default configuration for ct 1";
+    const Exchange cases[] = {
+        {"done", request, {done, tried}},
+        {"the highest code that is no failure",
+         request,
+         {done, tried},
+         R"({"results":{"IRadio_1.setDefaultConfiguration":32767}})"},
+        {"the lowest failure",
+         request,
+         {failed, tried, failedLine},
+         R"({"results":{"IRadio_1.setDefaultConfiguration":32768}})"},
+        {"codes are compared unsigned",
+         request,
+         {failed, tried, failedLine},
+         R"({"results":{"IRadio_1.setDefaultConfiguration":4294967295}})"},
+        {"radio down",
+         request,
+         {failed, "IRadio_1.isRadioUp()", "1 onSetRAUDefaultConfigReq:  Radio is down for ct 1"},
+         R"({"channels":{"1":{"radio":{"up":false}}}})"},
+    };
+    runAll(cases);
+    expectForWrongChannels("00200022", "", "00200023", words(1), "1 onSetRAUDefaultConfigReq:  Incorrect ct number ");
+}
+
+TEST_F(EquipmentMaintenance, ShiftStatusTellsOfTheAcmEngine)
+{
+    startInService();
+    const std::string request = "00200129" + head(2);
+    const std::string answer = toNode("00200130") + head(2);
+    const std::vector<std::string> queried{"IAcmHandler_2.isAcmEngineEnabled()"};
+    const Exchange cases[] = {
+        {"enabled", request, {answer + words(2), queried}},
+        {"disabled", request, {answer + words(1), queried}, R"({"channels":{"2":{"acm":{"engineEnabled":false}}}})"},
+        {"unknown",
+         request,
+         {answer + words(0), queried, "1 onGetShiftStatusReq:  Failed to check if ACM is enabled for 2"},
+         R"({"results":{"IAcmHandler_2.isAcmEngineEnabled":32769}})"},
+    };
+    runAll(cases);
+    expectForWrongChannels("00200129", "", "00200130", words(0), "1 onGetShiftStatusReq:  Incorrect ct number ");
+}
+
+TEST_F(EquipmentMaintenance, AcmLimitGoesToTheTrafficFunctionByIndex)
+{
+    startInService();
+    const Exchange cases[] = {
+        {"channel 1",
+         "00200116" + head(1) + words(4294967295),
+         {"TrfMlm.setTxMaxAcmLimit(0, 4294967295)",
+          "4 onSetTxMaxAcmLimitReq: Set Tx Max Acm capacity limit for ct 1 to 4294967295"}},
+        {"channel 2",
+         "00200116" + head(2) + words(30),
+         {"TrfMlm.setTxMaxAcmLimit(1, 30)", "4 onSetTxMaxAcmLimitReq: Set Tx Max Acm capacity limit for ct 2 to 30"}},
+    };
+    runAll(cases);
+    expectForWrongChannels("00200116", words(1), "", "", "1 onSetTxMaxAcmLimitReq:  Incorrect ct number ");
+}
+
+TEST_F(EquipmentMaintenance, FixedAnswersTouchNothing)
+{
+    startInService();
+    const struct {
+        std::string name;
+        std::string request;
+        std::size_t bodyWords;
+        std::string answer;
+        std::size_t answerWords;
+        std::string stubbed = "ReqIPC";
+    } cases[] = {
+        {"SetSDCAdminStatus", "00200078", 1, "00200079", 1},
+        {"GetSDCOperStatus", "00200080", 0, "00200081", 1},
+        {"DadeControl", "00200082", 1, "00200083", 1},
+        {"GetDadeStatus", "00200084", 0, "00200085", 1},
+        {"SetSDCPath", "00200086", 1, "00200087", 1},
+        {"GetSDCCurrentData", "00200088", 0, "00200089", 3},
+        {"GetSDCActualPath", "00200090", 0, "00200091", 1},
+        {"SetCarrierTermPreamble", "00200121", 1, "00200122", 1, "ResIPC"},
+        {"ResetInsufficientPowerResourcesError", "00200127", 1, "00200128", 1, "ResIPC"},
+    };
+    for (const auto& [name, request, bodyWords, answer, answerWords, stubbed] : cases) {
+        const std::string method = " on" + name + "Req: ";
+        // Whatever the request wants, for whichever channel
+        const Exchange exchange{name,
+                                request + head(3) + repeated(0x7f, 4 * bodyWords),
+                                {toNode(answer) + head(3) + zeros(4 * answerWords),
+                                 "5" + method + "called (id: 0x" + request.substr(2) + ")",
+                                 "6" + method + "Received: " + name + "ReqIPC",
+                                 "5" + method + "----- Stubbed " + name + stubbed + " response",
+                                 "6" + method + "Respond with: " + name + "ResIPC"}};
+        runAll({&exchange, 1});
+    }
+}
+
+TEST_F(EquipmentMaintenance, RequestsThatAreOnlyTraced)
+{
+    startInService();
+    const Exchange cases[] = {
+        {"BER alarm threshold",
+         "00200048" + head(1) + words(4294967295),
+         {toNode("00200049") + head(1) + words(0), "5 onSetBerAlarmThresholdReq: called (id: 0x200048)",
+          "6 onSetBerAlarmThresholdReq: Received: SetBerAlarmThresholdReqIPC",
+          "3 onSetBerAlarmThresholdReq: Set new ber alarm threshold to 4294967295",
+          "6 onSetBerAlarmThresholdReq: Respond with: SetBerAlarmThresholdResIPC"}},
+        {"the power resource request shows its value",
+         "00200127" + head(1) + words(77),
+         {toNode("00200128") + head(1) + words(0),
+          "6 onResetInsufficientPowerResourcesErrorReq: Value received is: 77"}},
+        {"BER counters",
+         "00200069" + head(1),
+         {"5 onResetBERCounters: called (id: 0x200069)", "5 onResetBERCounters: ----- Stubbed ResetBERCountersIPC"}},
+        {"carrier status",
+         "00200132" + head(1) + words(1, 2, 3, 4, 5),
+         {"5 onNotifyCarrierStatus: called (id: 0x200132)", "6 onNotifyCarrierStatus: Received: NotifyCarrierStatusIPC",
+          "5 onNotifyCarrierStatus: ----- NotifyCarrierStatusIPC stubbed",
+          "5 onNotifyCarrierStatus: carrierAction: 1, compSlot: 2, compCt: 3, spare1: 4, spare2: 5"}},
+        {"initial state for protection",
+         "00200133" + head(1) + words(1),
+         {"5 onNotifyInitRAUStateProtc: called (id: 0x200133)",
+          "6 onNotifyInitRAUStateProtc: Received: NotifyInitRAUStateProtcIPC",
+          "5 onNotifyInitRAUStateProtc: ----- NotifyInitRAUStateProtcIPC stubbed"}},
+    };
+    runAll(cases);
+}
+
+TEST_F(EquipmentMaintenance, BpmCommandsGoToANodeThatTakesThem)
+{
+    start();
+    const auto command = [this](std::size_t length, int result) {
+        return [this, length, result] {
+            EXPECT_EQ(platform.bpmCommand(std::vector<unsigned char>(length, 0xEE)), result);
+        };
+    };
+    const auto sent = [](std::int64_t number, std::size_t length) {
+        return toNode("00200134") + spontaneousHead(number, 0) + repeated(0xEE, length) + zeros(120 - length);
+    };
+    const std::string incapable = "1 rawMsgCallback:  ANS is not BPM command capable";
+    expectOutcome("before any self test", command(4, 1), {incapable});
+
+    deliver(selfTest(1, 0x20));
+    deliver(mmuState(1));
+    settle();
+    expectOutcome("capable", command(4, 0), {sent(0, 4)});
+    expectOutcome("nothing to say", command(0, 0), {sent(1, 0)});
+    expectOutcome("the longest", command(120, 0), {sent(2, 120)});
+    expectOutcome("one too long", command(121, 1),
+                  {"1 rawMsgCallback: rawMsgCallback(): length 121 is above the capacity 120"});
+    expectOutcome("a refused one uses no number", command(1, 0), {sent(3, 1)});
+
+    module()->resetSelfTestCheckPerformed();
+    deliver(selfTest(1, 0xDF));
+    settle();
+    expectOutcome("not capable any more", command(4, 1), {incapable});
+}
+
+TEST_F(EquipmentMaintenance, BpmResponsesGoToThePlatform)
+{
+    start();
+    const Exchange response{"response",
+                            "00200135" + head(0) + repeated(0x11, 120) + repeated(0x22, 119) + "33",
+                            {"IRlbspKroApi.sendBpmResponse(" + repeated(0x22, 119) + "33)",
+                             "5 onBpmCommandRes: called (id: 0x200135)",
+                             "6 onBpmCommandRes: Received: BpmCommandResIPC"}};
+    runAll({&response, 1});
+}
+
+} // namespace

@@ -1,0 +1,313 @@
+#include "support/ModuleTest.h"
+
+#include <algorithm>
+#include <atomic>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class Lifecycle : public ModuleTest {
+protected:
+    std::vector<std::string> errors()
+    {
+        auto lines = newTrace();
+        std::erase_if(lines, [](const std::string& line) { return !line.starts_with("1 "); });
+        return lines;
+    }
+};
+
+std::string lookup(const std::string& name)
+{
+    return "InterfaceBroker.lookup(" + name + ")";
+}
+
+/// What the unit's parts look up and register first, the model's channels before the equipment's.
+std::vector<std::string> startOfInitialisation(int channels)
+{
+    std::vector<std::string> calls{lookup("IHardwareConfigurationHandler")};
+    for (int ct = 1; ct <= channels; ++ct) {
+        for (const char* name :
+             {"IAcmHandler_", "ISystemPowerController_", "IFrequencyController_", "IOutputPowerCalculator_"}) {
+            calls.push_back(lookup(name + std::to_string(ct)));
+        }
+    }
+    for (const char* name : {"IAlarmHandler", "ITrafHandler", "IHardwareConfigurationHandler", "IRlbspKroApi"}) {
+        calls.push_back(lookup(name));
+    }
+    calls.emplace_back("IRlbspKroApi.registerBpmCallback(true)");
+    for (int channel = 1; channel <= channels; ++channel) {
+        const std::string ct = std::to_string(channel);
+        calls.push_back(lookup("IRadio_" + ct));
+        calls.push_back("IRadio_" + ct + ".registerCallback(" + ct + ", true)");
+        for (const char* name : {"IRadioCapability_", "IDspApi_", "IAcmHandler_"}) {
+            calls.push_back(lookup(name + ct));
+        }
+    }
+    return calls;
+}
+
+/// @return as many of the calls as are expected
+std::vector<std::string> beginning(std::vector<std::string> calls, const std::vector<std::string>& expected)
+{
+    calls.resize(std::min(calls.size(), expected.size()));
+    return calls;
+}
+
+TEST_F(Lifecycle, StartsTheLinkThenRegistersThenLooksUp)
+{
+    start();
+    std::vector<std::string> expected{"ripc.hijack_register_receive_callback()",
+                                      "thread_utilities.setScheduling(2, 30)",
+                                      "thread_utilities.setName(dm-vornipc-t-rx)",
+                                      "CModuleManager.RegisterModule(113000, VornipcAdapter, 100, 0, [11])"};
+    const auto initialisation = startOfInitialisation(2);
+    expected.insert(expected.end(), initialisation.begin(), initialisation.end());
+    EXPECT_EQ(beginning(newCalls(true), expected), expected);
+    EXPECT_EQ(newTrace(), (std::vector<std::string>{"4 VornipcMessageHandler: Initialize with mmuip 127.0.0.1",
+                                                    "3 startReadThread: Created VORNIPC thread dm-vornipc-t-rx (T)"}));
+    EXPECT_EQ(module()->linkFacts().reader, VornipcLinkFacts::Reader::running);
+
+    deliver("00200019" + head(0));
+    settle();
+    for (const auto& call : allCalls()) {
+        EXPECT_EQ(call["thread"], call["operation"] == "notifyNodeRestart" ? "dm-vornipc-t-rx" : "main");
+    }
+}
+
+TEST_F(Lifecycle, ServesOneOrTwoChannels)
+{
+    const struct {
+        unsigned char count;
+        int modelChannels;
+        int equipmentChannels;
+    } cases[] = {{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {3, 2, 0}, {255, 2, 0}};
+    for (const auto& [count, modelChannels, equipmentChannels] : cases) {
+        SCOPED_TRACE(static_cast<int>(count));
+        start({.moduleChannels = count});
+        auto expected = startOfInitialisation(modelChannels);
+        if (equipmentChannels != modelChannels) {
+            expected.resize(static_cast<std::size_t>(1 + 4 * modelChannels + 5));
+        }
+        auto calls = newCalls();
+        calls.erase(calls.begin(), std::find(calls.begin(), calls.end(), lookup("IHardwareConfigurationHandler")));
+        EXPECT_EQ(beginning(calls, expected), expected);
+        EXPECT_EQ(std::count(calls.begin(), calls.end(), "IRadio_1.registerCallback(1, true)"), equipmentChannels > 0);
+        EXPECT_EQ(std::count(calls.begin(), calls.end(), "IRadio_2.registerCallback(2, true)"), equipmentChannels > 1);
+
+        EXPECT_EQ(module()->linkFacts().channels, count);
+        deliver(selfTest(1, 0x26));
+        deliver(mmuState(1));
+        settle();
+        EXPECT_EQ(platform.radioUp(2), equipmentChannels == 2);
+        EXPECT_EQ(platform.bpmCommand({1}), 0);
+        newTrace();
+        deliver("00200056" + head(2) + zeros(48));
+        settle();
+        const std::vector<std::string> refused{
+            "1 onGetRAUCapabilityReq: onGetRAUCapabilityReq(): IRadio_2 is missing on this platform, nothing was done"};
+        EXPECT_EQ(errors(), equipmentChannels == 2 ? std::vector<std::string>{} : refused);
+        EXPECT_TRUE(answersSelfTest());
+    }
+}
+
+TEST_F(Lifecycle, AMissingInterfaceIsNamedAtStart)
+{
+    const std::string inModel = "1 onModuleInit: onModuleInit():  Error getting interface to ";
+    const std::string plain = "1 onModuleInit: Error getting interface to ";
+    const std::string withBlank = "1 onModuleInit:  Error getting interface to ";
+    const struct {
+        std::string missing;
+        std::vector<std::string> errors;
+    } cases[] = {
+        {"IAlarmHandler", {withBlank + "IAlarmHandler"}},
+        {"ITrafHandler", {"1 onModuleInit: failed to get interface toITrafHandler"}},
+        {"IHardwareConfigurationHandler",
+         {inModel + "IHardwareConfigurationHandler", plain + "IHardwareConfigurationHandler"}},
+        {"IRlbspKroApi", {"1 onModuleInit:  failed to get interface toIRlbspKroApi"}},
+        {"IRadio_1", {withBlank + "IRadio_1"}},
+        {"IRadio_2", {withBlank + "IRadio_2"}},
+        {"IRadioCapability_2", {withBlank + "IRadioCapability_2"}},
+        {"IDspApi_1", {withBlank + "IDspApi_1"}},
+        {"IAcmHandler_2",
+         {"1 onModuleInit: onModuleInit(): Error getting interface to IAcmHandler_2", plain + "IAcmHandler_2"}},
+        {"ISystemPowerController_1", {inModel + "ISystemPowerController_1"}},
+        {"IFrequencyController_2", {inModel + "IFrequencyController_2"}},
+        {"IOutputPowerCalculator_1", {inModel + "IOutputPowerCalculator_1"}},
+    };
+    for (const auto& [missing, expected] : cases) {
+        SCOPED_TRACE(missing);
+        start({.state = R"({"interfaces":{")" + missing + R"(":false}})"});
+        // The areas behind the equipment look some of these up, too, and say so behind these lines.
+        EXPECT_EQ(beginning(errors(), expected), expected);
+        EXPECT_TRUE(answersSelfTest());
+    }
+}
+
+TEST_F(Lifecycle, RequestsRefuseWhatIsMissing)
+{
+    startInService(0x20, {.state = R"({"interfaces":{"IRadio_2":false}})"});
+    const auto missing = [](const std::string& method, const std::string& interface) {
+        return "1 " + method + ": " + method + "(): " + interface + " is missing on this platform, nothing was done";
+    };
+    const Exchange cases[] = {
+        {"the other channel is served",
+         "00200022" + head(1),
+         {toNode("00200023") + head(1) + words(0), "IRadio_1.isRadioUp()", "IRadio_1.setDefaultConfiguration()"}},
+        {"status",
+         "00200020" + head(2),
+         {toNode("00200021") + head(2) + words(0), missing("onRauStatusReq", "IRadio_2")}},
+        {"default configuration",
+         "00200022" + head(2),
+         {toNode("00200023") + head(2) + words(1), missing("onSetRAUDefaultConfigReq", "IRadio_2")}},
+        {"restart",
+         "00200017" + head(2) + words(1),
+         {toNode("00200018") + head(2) + words(2), missing("onRAURestartReq", "IRadio_2")}},
+        {"compatibility codes",
+         "00200056" + head(2) + zeros(48),
+         {toNode("00200057") + head(2) + zeros(48), missing("onGetRAUCapabilityReq", "IRadio_2")}},
+        {"sub-bands",
+         "00200123" + head(2),
+         {toNode("00200124") + head(2) + zeros(4 * 102), missing("onGetRAUIndexCapabilitiesReq", "IRadio_2")}},
+        {"sub-band selection",
+         "00200125" + head(2) + words(1),
+         {toNode("00200126") + head(2) + words(1), missing("onSetRAUIndexCapabilitiesReq", "IRadio_2"),
+          "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 1"}},
+        {"shift status; what stands behind the radio has not been looked up",
+         "00200129" + head(2),
+         {toNode("00200130") + head(2) + words(0), missing("onGetShiftStatusReq", "IAcmHandler_2")}},
+    };
+    runAll(cases);
+
+    start({.state = R"({"interfaces":{"IRlbspKroApi":false}})"});
+    const Exchange withoutRlbsp[] = {
+        {"self test of a node that takes BPM commands",
+         selfTest(1, 0x20),
+         {toNode("00200005") + head(0) + words(1, 0, 3, 0, 0, 0, 0x5b, 1, 3, 0, 0, 0, 0), "Bsp.getProductId()",
+          "4 enableVornipcWhiteList: Disabling Vornipc white list for ANS RL5",
+          "4 enableVornipcWhiteList: Disabling Vornipc white list for ANS RL5",
+          missing("onSelftestReq", "IRlbspKroApi")}},
+        {"BPM response", "00200135" + head(0) + zeros(240), {missing("onBpmCommandRes", "IRlbspKroApi")}},
+        {"out of service",
+         mmuState(3),
+         {"IAlarmHandler.setMmuInService(false)",
+          "3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
+        {"close-PCI with the traffic handler alone",
+         "00200039" + head(2),
+         {toNode("00200040") + head(2) + words(0), "ITrafHandler.quiesceChannel(1, true)",
+          "ITrafHandler.quiesceChannel(2, true)",
+          "3 onAdsClosePciReq: Received ADSClosePciReqIPC, outgoing PCI messages disabled",
+          missing("onAdsClosePciReq", "IRadio_1"), missing("onAdsClosePciReq", "IRadio_2")}},
+    };
+    runAll(withoutRlbsp);
+}
+
+TEST_F(Lifecycle, UnloadingLeavesNothingBehind)
+{
+    start();
+    EXPECT_TRUE(LoadedModule::libraryIsLoaded());
+    stop();
+    EXPECT_FALSE(LoadedModule::libraryIsLoaded());
+    for (const std::string& tag : platform.traceTags()) {
+        EXPECT_FALSE(tag.starts_with("KRO")) << tag;
+    }
+}
+
+TEST_F(Lifecycle, StopsAtOnceWithTheReaderIdle)
+{
+    startInService();
+    newTrace();
+    const auto begin = std::chrono::steady_clock::now();
+    stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 10s) << "the reader waits for mail 30 s at a time";
+    auto lines = newTrace();
+    std::sort(lines.begin(), lines.end()); // two threads write them
+    EXPECT_EQ(lines, (std::vector<std::string>{"3 readThread: Shutting down VORNIPC thread",
+                                               "3 ~VornipcMessageClient: Shutting down VORNIPC thread (T)"}));
+}
+
+TEST_F(Lifecycle, FinishesTheMessageInHandAndLetsTheWaitingOnesGo)
+{
+    startInService();
+    newlySent();
+    patch(R"({"delaysMs":{"IRadio_1.isRadioUp":600000}})");
+    std::vector<std::thread> senders;
+    deliver("00200020" + head(1));
+    EXPECT_TRUE(comesTrue([&] { return isUnderWay("IRadio_1", "isRadioUp"); }));
+    deliver("00200006" + head(1)); // fills the mailbox
+    for (int i = 0; i < 3; ++i) {
+        senders.emplace_back([&] { deliver("00200006" + head(2)); });
+    }
+    newTrace();
+    const auto begin = std::chrono::steady_clock::now();
+    std::thread destroyer([&] { module().destroy(); });
+    // The senders, let go, find the driver open and the module closed.
+    for (std::thread& sender : senders) {
+        sender.join();
+    }
+    EXPECT_TRUE(newlySent().empty()) << "the message in hand is still in hand";
+    platform.stop(); // ends the delay
+    destroyer.join();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 30s);
+    EXPECT_EQ(newlySent(), std::vector{toNode("00200021") + head(1) + words(31)})
+        << "answered; the next one is not begun";
+}
+
+TEST_F(Lifecycle, TheDriverFindsAClosedDoorBehindTheModule)
+{
+    startInService();
+    module().destroy();
+    expectOutcome("driver", [&] { EXPECT_TRUE(deliver(selfTest(1, 0))); },
+                  {"1 receive_vornipc_callback_func: receive_vornipc_callback_func(): the client is gone, dropped a "
+                   "buffer of 80 bytes"});
+    expectOutcome("callbacks",
+                  [&] {
+                      EXPECT_FALSE(platform.radioUp(1));
+                      EXPECT_FALSE(platform.radioDown(2));
+                      EXPECT_FALSE(platform.bpmCommand({1}).has_value());
+                  },
+                  {});
+}
+
+TEST_F(Lifecycle, IsDestroyedInAStormOfBuffersAndCallbacks)
+{
+    // Slow queries keep callbacks and the reader inside of the module at the moment of its destruction.
+    startInService(0x26, {.traceLevel = 1});
+    patch(R"({"delaysMs":{"IRadio_1.getInventory":1,"IRadioCapability_2.getRfChannelPlan":1}})");
+    std::atomic<bool> over = false;
+    std::atomic<int> answered = 0;
+    platform.driver().setTransmitter([&](const char* /*data*/, unsigned length) {
+        ++answered;
+        return static_cast<int>(length);
+    });
+    std::vector<std::thread> threads;
+    const auto repeat = [&](const std::function<void()>& event) {
+        threads.emplace_back([&over, event] {
+            while (!over) {
+                event();
+            }
+        });
+    };
+    repeat([&] { platform.radioUp(1); });
+    repeat([&] { platform.radioUp(2); });
+    repeat([&] { platform.radioDown(1); });
+    repeat([&] { platform.radioCapabilitiesAvailable(2); });
+    repeat([&] { platform.bpmCommand({1, 2, 3}); });
+    for (int i = 0; i < 2; ++i) {
+        repeat([&] { deliver(mmuState(1)); });
+        repeat([&] { deliver(selfTest(1, 0x26)); });
+    }
+    EXPECT_TRUE(comesTrue([&] { return answered > 300; })) << "the node's and the radios' messages get through";
+    module().destroy();
+    over = true;
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    const int answers = answered;
+    platform.radioUp(1);
+    deliver(selfTest(1, 0));
+    EXPECT_EQ(answered, answers) << "nothing is sent after destruction";
+    platform.driver().setTransmitter({});
+}
+
+} // namespace
