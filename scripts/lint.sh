@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 sources() { # sources EXTENSION-PATTERN
-    find src platform tools tests bench fuzz -type f -name "$1" 2>/dev/null | sort
+    find src platform tools tests bench -type f -name "$1" | sort
 }
 
 case ${1:-} in

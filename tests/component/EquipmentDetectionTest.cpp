@@ -221,19 +221,19 @@ TEST_F(EquipmentDetection, TellsAtMost101SubBands)
     const Exchange cases[] = {
         {"3",
          request(2),
-         {answer(2, words(3) + firstWords(3) + zeros(4 * 98)), queried,
+         {answer(2, words(3) + firstWords(3) + zeroWords(98)), queried,
           "5 onGetRAUIndexCapabilitiesReq: called (id: 0x200123)",
           "6 onGetRAUIndexCapabilitiesReq: Respond with: GetRAUIndexCapabilitiesResIPC"},
          subBands(3)},
-        {"none", request(2), {answer(2, zeros(4 * 102)), queried}, subBands(0)},
+        {"none", request(2), {answer(2, zeroWords(102)), queried}, subBands(0)},
         {"101", request(2), {answer(2, words(101) + firstWords(101)), queried}, subBands(101)},
         {"120", request(2), {answer(2, words(101) + firstWords(101)), queried}, subBands(120)},
         {"the query fails",
          request(2),
-         {answer(2, zeros(4 * 102)), queried},
+         {answer(2, zeroWords(102)), queried},
          R"({"results":{"IRadio_2.getSupportedSubBands":32768}})"},
-        {"channel 0", request(0), {answer(0, zeros(4 * 102)), incorrect("0")}},
-        {"channel 3", request(3), {answer(3, zeros(4 * 102)), incorrect("3")}},
+        {"channel 0", request(0), {answer(0, zeroWords(102)), incorrect("0")}},
+        {"channel 3", request(3), {answer(3, zeroWords(102)), incorrect("3")}},
     };
     runAll(cases);
 }

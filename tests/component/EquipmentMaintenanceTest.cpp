@@ -238,7 +238,7 @@ TEST_F(EquipmentMaintenance, FixedAnswersTouchNothing)
         // Whatever the request wants, for whichever channel
         const Exchange exchange{name,
                                 request + head(3) + repeated(0x7f, 4 * bodyWords),
-                                {toNode(answer) + head(3) + zeros(4 * answerWords),
+                                {toNode(answer) + head(3) + zeroWords(answerWords),
                                  "5" + method + "called (id: 0x" + request.substr(2) + ")",
                                  "6" + method + "Received: " + name + "ReqIPC",
                                  "5" + method + "----- Stubbed " + name + stubbed + " response",

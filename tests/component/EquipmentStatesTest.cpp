@@ -197,7 +197,7 @@ TEST_F(EquipmentStates, AnUnitWithoutItsAlarmHandlerOnlyRefusesTheNotification)
 {
     start({.state = R"({"interfaces":{"IAlarmHandler":false}})"});
     const auto missing = [](const std::string& method) {
-        return "1 " + method + ": " + method + "(): IAlarmHandler is missing on this platform, nothing was done";
+        return "1 " + method + ": " + method + "(): IAlarmHandler is missing on this platform, it was not called";
     };
     const Exchange cases[] = {
         {"in service",

@@ -122,8 +122,8 @@ TEST_F(MessageClient, RefusesCallsOfTheDriverThatFindNoClient)
     }
     int gone = 0; // stands where a client once was
     receive_vornipc_callback_func(&gone, "abcd", 4, 0);
-    EXPECT_TRUE(traced("1 receive_vornipc_callback_func: receive_vornipc_callback_func(): the client is gone, dropped "
-                       "a buffer of 4 bytes"));
+    EXPECT_TRUE(traced("1 receive_vornipc_callback_func: receive_vornipc_callback_func(): the link is stopped, "
+                       "dropped a buffer of 4 bytes"));
 }
 
 TEST_F(MessageClient, DumpsAtMost1666Bytes)

@@ -17,6 +17,9 @@ namespace {
 /// A unit that takes a message in at once has it long before; one that is busy gets no longer than this.
 constexpr std::chrono::milliseconds takeInTime{500};
 
+/// How long a unit stays silent when a message without an answer has brought about nothing more.
+constexpr std::chrono::milliseconds quietAfterSending{100};
+
 /// Longest that a unit which never falls quiet is listened to.
 constexpr std::chrono::seconds longestListening{3};
 
@@ -68,7 +71,17 @@ void Conversation::listen()
 
 void Conversation::finish()
 {
-    m_link.finish(Clock::now() + takeInTime);
+    try {
+        listenUntilQuiet(quietAfterSending);
+        m_link.endSending();
+        const auto deadline = Clock::now() + takeInTime;
+        while (next(deadline)) {
+        }
+    } catch (const Failure&) {
+        if (!m_link.closedByUnit()) {
+            throw;
+        }
+    }
 }
 
 bool Conversation::next(Clock::time_point deadline)

@@ -28,7 +28,8 @@ public:
     /// Shows what comes until SIGINT or SIGTERM.
     void listen();
 
-    /// Lets the unit take in what was sent before the connection goes.
+    /// Shows what a message without an answer brings about at once, and lets the unit take it in before the connection
+    /// goes.
     void finish();
 
 private:

@@ -92,18 +92,10 @@ void NodeLink::catchStopSignals()
     m_signals.async_wait([this](const asio::error_code& error, int) { m_stopped = m_stopped || !error; });
 }
 
-void NodeLink::finish(Clock::time_point deadline)
+void NodeLink::endSending()
 {
     asio::error_code ignored;
     m_socket.shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
-    try {
-        while (receive(deadline)) {
-        }
-    } catch (const Failure&) {
-        if (m_readError != asio::error::eof) {
-            throw;
-        }
-    }
 }
 
 /// Serves the connection until the condition holds; false where the deadline comes first.

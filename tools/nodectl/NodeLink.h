@@ -35,9 +35,11 @@ public:
     void catchStopSignals();
     bool stopped() const { return m_stopped; }
 
-    /// Says that nothing more is sent and waits, at most until the deadline, for the unit to take in what was: it closes
-    /// its side when it has. Throws where the unit has gone without that.
-    void finish(Clock::time_point deadline);
+    /// Says that nothing more is sent. The unit closes its side when it has taken in what was.
+    void endSending();
+
+    /// Whether the unit has closed its side in good order.
+    bool closedByUnit() const { return m_readError == asio::error::eof; }
 
 private:
     template <class Condition>

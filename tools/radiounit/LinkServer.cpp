@@ -6,6 +6,7 @@
 #include "BigEndian.h"
 
 namespace radiounit {
+
 LinkServer::LinkServer(asio::ip::tcp::acceptor acceptor, Deliver deliver)
     : m_listener{std::move(acceptor), [this](asio::ip::tcp::socket socket) { add(std::move(socket)); }},
       m_deliver{std::move(deliver)}

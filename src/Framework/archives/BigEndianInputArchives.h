@@ -34,11 +34,11 @@ template <class Archive>
 class BigEndianInputArchive : public InputArchive<Archive, AllowEmptyClassElision> {
 public:
     /// Reads the fields in order. Throws `cereal::Exception` at the first that is not all there; the fields before it
-    /// have their values then, the others keep theirs.
+    /// have their values then, those behind it keep theirs, its own is undefined.
     template <class... Fields>
     Archive& operator()(Fields&&... fields)
     {
-        if constexpr (((wireRoom < Fields >> 0) && ...)) {
+        if constexpr (((wireRoom<Fields> != 0) && ...)) {
             constexpr std::size_t room = (wireRoom<Fields> + ... + 0);
             if (const char* const start = m_archive.peek(room); start != nullptr) {
                 FieldReader reader(start);

@@ -42,7 +42,7 @@ public:
     BinaryBigEndianOutputArchive& operator()(Fields&&... fields)
     {
         using namespace binary_big_endian_detail;
-        if constexpr (((wireRoom < Fields >> 0) && ...)) {
+        if constexpr (((wireRoom<Fields> != 0) && ...)) {
             constexpr auto room = static_cast<std::ptrdiff_t>((wireRoom<Fields> + ... + 0));
             char* const start = m_buffer != nullptr ? PutArea::next(*m_buffer) : nullptr;
             if (start != nullptr && PutArea::end(*m_buffer) - start >= room) {

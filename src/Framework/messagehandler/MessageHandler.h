@@ -40,8 +40,8 @@ public:
     void registerReceiver(int messageId, std::unique_ptr<MessageReceiverBase> receiver)
     {
         const std::unique_lock lock(m_mutex);
-        m_receiverTable.insert_or_assign(messageId, receiver.get());
-        m_receivers.push_back(std::move(receiver));
+        m_receivers.push_back(std::move(receiver)); // owned first, found then
+        m_receiverTable.insert_or_assign(messageId, m_receivers.back().get());
     }
 
 protected:

@@ -45,5 +45,10 @@ inline std::string zeros(std::size_t count)
     return repeated(0, count);
 }
 
+inline std::string zeroWords(std::size_t count)
+{
+    return zeros(4 * count);
+}
+
 std::string bytesOf(std::string_view hexDigits);
 std::string hexOf(std::string_view bytes);

@@ -27,8 +27,8 @@ struct VornipcLinkFacts {
     std::uint8_t channels = 0; ///< channel count given to the module
 
     Reader reader = Reader::none;       ///< none: the module was created without an MMU address
-    std::string reason;                 ///< text of the exception that ended the reader
-    std::optional<Message> lastMessage; ///< set together with `reason`
+    std::string reason;                 ///< why the reader has ended
+    std::optional<Message> lastMessage; ///< set when a message ended it
 };
 
 /// The module as its host sees it: the framework's module object, and the operations that other components of the radio
@@ -70,7 +70,7 @@ inline constexpr const char* vornipcAdapterFactoryName = "createVornipcAdapter";
 /// @param numberOfChannels radio channels of the unit; 1 and 2 are served
 /// @param disableModulation borrowed, must outlive the module
 /// @param mmuAddress address of the modem unit; empty: no link to the node
-/// @return owned by the caller
+/// @return owned by the caller; null where the module could not be created, the trace says why then
 extern "C" IVornipcAdapter* createVornipcAdapter(unsigned char numberOfChannels,
                                                  ITiDisableModulation& disableModulation, const char* mmuAddress);
 

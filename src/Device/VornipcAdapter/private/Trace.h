@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <ios>
+#include <locale>
 #include <memory>
 #include <ostream>
 #include <sstream>
@@ -37,6 +38,7 @@ public:
     {
         if (m_trace != nullptr) {
             m_text = std::make_unique<std::ostringstream>();
+            m_text->imbue(std::locale::classic()); // the process may have set another one
         }
     }
     TraceLine(const TraceLine&) = delete;
@@ -58,7 +60,7 @@ public:
     }
 
 private:
-    void write() const;
+    void write() const noexcept;
 
     const LumTrace* m_trace;
     TraceLevel m_level;
@@ -71,10 +73,13 @@ class Trace {
 public:
     explicit Trace(const char* tag) : m_lumTrace(tag) {}
 
+    /// For text that takes more than a line's operators to compose.
+    bool enabled(TraceLevel level) const { return m_lumTrace.enabled(static_cast<int>(level)); }
+
     /// A line of the given level. Costs one comparison while the level is off.
     TraceLine at(TraceLevel level, const CallSite& site = CallSite::here()) const
     {
-        return {m_lumTrace.enabled(static_cast<int>(level)) ? &m_lumTrace : nullptr, level, site};
+        return {enabled(level) ? &m_lumTrace : nullptr, level, site};
     }
 
 private:

@@ -16,6 +16,9 @@ createVornipcAdapter(unsigned char numberOfChannels, ITiDisableModulation& disab
     } catch (const std::exception& exception) {
         const Trace trace{"KRO.VORNIPC"};
         trace.at(TraceLevel::Error) << "createVornipcAdapter(): the module cannot be created: " << exception.what();
-        return nullptr;
+    } catch (...) {
+        const Trace trace{"KRO.VORNIPC"};
+        trace.at(TraceLevel::Error) << "createVornipcAdapter(): the module cannot be created";
     }
+    return nullptr;
 }

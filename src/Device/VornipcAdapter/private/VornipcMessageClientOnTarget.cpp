@@ -22,7 +22,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long a buffer waits for the mailbox slot, and the reader for a buffer. Fixed with the PCI driver's maker.
+/// How long a buffer waits for the mailbox slot, and the reader for a buffer.
 constexpr auto putTimeout = 5000ms;
 constexpr auto fetchTimeout = 30000ms;
 
@@ -89,15 +89,19 @@ void VornipcMessageClient::stop()
         const std::scoped_lock lock(stopMutex);
         stopFlag = true;
     }
-    m_mailbox.close();
     if (m_reader.joinable()) {
         m_trace.at(TraceLevel::Event, {__FILE__, __LINE__, "~VornipcMessageClient"})
             << "Shutting down VORNIPC thread (T)";
-        m_reader.join();
     }
-    const std::unique_lock lock(currentClientMutex);
-    if (currentClient == this) {
-        currentClient = nullptr;
+    m_mailbox.close(); // wakes the reader, and lets a waiting call of the driver go
+    {
+        const std::unique_lock lock(currentClientMutex);
+        if (currentClient == this) {
+            currentClient = nullptr;
+        }
+    }
+    if (m_reader.joinable()) {
+        m_reader.join();
     }
 }
 
@@ -139,11 +143,15 @@ void receive_vornipc_callback_func(void* context, const char* data, unsigned len
     }
     const std::shared_lock lock(currentClientMutex);
     if (context != currentClient) {
-        trace.at(TraceLevel::Error) << "receive_vornipc_callback_func(): the client is gone, dropped a buffer of "
-                                    << length << " bytes";
+        VornipcMessageClient::traceDropped(length);
         return;
     }
-    currentClient->receive(data, length, deviceFlag);
+    try {
+        currentClient->receive(data, length, deviceFlag);
+    } catch (const std::exception& exception) { // nothing is reported to the driver
+        trace.at(TraceLevel::Error) << "receive_vornipc_callback_func(): dropped a buffer of " << length
+                                    << " bytes: " << exception.what();
+    }
 }
 
 void VornipcMessageClient::receive(const char* data, unsigned length, unsigned deviceFlag)
@@ -157,9 +165,17 @@ void VornipcMessageClient::receive(const char* data, unsigned length, unsigned d
     if (m_mailbox.putMail(message, putTimeout)) {
         m_trace.at(TraceLevel::Dump) << "receive"
                                      << "message put into mail box";
+    } else if (m_mailbox.closed()) {
+        traceDropped(length);
     } else {
         m_trace.at(TraceLevel::Error) << "Timeout, Failed to put vornipc message in mailbox, mailbox not free";
     }
+}
+
+void VornipcMessageClient::traceDropped(unsigned length, const CallSite& site)
+{
+    m_trace.at(TraceLevel::Error, site) << site.method << "(): the link is stopped, dropped a buffer of " << length
+                                        << " bytes";
 }
 
 void VornipcMessageClient::readThread()
@@ -255,8 +271,8 @@ bool VornipcMessageClient::readSocket(char* buffer, unsigned length) const
         } else if (count == 0) {
             m_trace.at(TraceLevel::Error) << "VORNIPC socket read() returned 0, socket is likely closed";
             return false;
-        } else if (errno != EINTR) {
-            m_trace.at(TraceLevel::Error) << "VORNIPC socket read() returned -1, " << std::strerror(errno);
+        } else if (const int error = errno; error != EINTR) {
+            m_trace.at(TraceLevel::Error) << "VORNIPC socket read() returned -1, " << std::strerror(error);
             return false;
         }
     }
@@ -275,6 +291,9 @@ void VornipcMessageClient::hexdump2error(const char* data, unsigned length)
 
 void VornipcMessageClient::logHexdump(TraceLevel level, const char* data, unsigned length, const CallSite& site)
 {
+    if (!m_trace.enabled(level)) {
+        return;
+    }
     std::array<char, hexdumpTextSize> text{};
     char* next = text.data();
     for (const char* byte = data; byte != data + std::min(length, hexdumpMaximum); ++byte) {

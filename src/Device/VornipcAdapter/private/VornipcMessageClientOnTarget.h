@@ -80,6 +80,7 @@ private:
     friend void receive_vornipc_callback_func(void*, const char*, unsigned, unsigned);
 
     void readerEnded(const std::string& reason, const CallSite& site = CallSite::here());
+    static void traceDropped(unsigned length, const CallSite& site = CallSite::here());
     static void logHexdump(TraceLevel level, const char* data, unsigned length, const CallSite& site);
 
     static const Trace m_trace;

@@ -13,7 +13,7 @@ namespace kro::device::vornipc {
 
 namespace {
 
-/// Port of the modem unit for connections other than PCI. Fixed by the node protocol.
+/// Port of the modem unit for connections other than PCI.
 constexpr int mmuPort = 23043;
 
 /// Marks the sequence number of a spontaneous message.
