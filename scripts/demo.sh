@@ -62,7 +62,7 @@ told curl "$control/api/module"
 ask "$control/api/module" | jq .
 
 title "A few requests"
-node send ADSSwStatusReqIPC --ct 2 --seq 7
+node send RAUStatusReqIPC --ct 2 --seq 7
 node send ADSClosePciReqIPC --ct 1 --seq 8
 
 title "The same conversation as the unit saw it (GET /api/trace, level 6)"

@@ -6,19 +6,22 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-sources() { # sources EXTENSION-PATTERN
-    find src platform tools tests bench -type f -name "$1" | sort
+sources() { # sources EXTENSION...
+    local extension
+    for extension in "$@"; do
+        find src platform tools tests bench -type f -name "*.$extension"
+    done | sort
 }
 
 case ${1:-} in
     format)
-        if ! sources '*.[ch]*' | xargs -r clang-format --dry-run --Werror --ferror-limit=1; then
+        if ! sources h cpp | xargs -r clang-format --dry-run --Werror --ferror-limit=1; then
             echo "lint: files above are not laid out as .clang-format says; 'make format' does it." >&2
             exit 1
         fi
         ;;
     rewrite)
-        sources '*.[ch]*' | xargs -r clang-format -i
+        sources h cpp | xargs -r clang-format -i
         ;;
     tidy)
         build=${2:?the build folder whose compile commands are to be used}
@@ -32,7 +35,7 @@ case ${1:-} in
         }
         export -f checkOne
         # Only files that this build compiles: a source without a compile command cannot be judged.
-        if ! sources '*.cpp' | while read -r file; do
+        if ! sources cpp | while read -r file; do
             grep -qF "\"file\": \"$PWD/$file\"" "$build/compile_commands.json" && echo "$file"
         done | xargs -r -P "${3:-2}" -I{} bash -c 'checkOne {}'; then
             echo "lint: clang-tidy has findings (above). Mend them, or silence one with a reason:" >&2
