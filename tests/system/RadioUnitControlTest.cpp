@@ -35,7 +35,8 @@ std::string nested(std::size_t levels)
 
 TEST(RadioUnitControl, RefusesMisuseWithAClearError)
 {
-    const std::string big(10'000'000, ' ');
+    std::string big;
+    big.resize(10'000'000, ' ');
     const std::string chunk = "100000\r\n" + std::string(0x100000, ' ') + "\r\n";
     const Misuse cases[] = {
         {"unknown path", sent("GET", "/api/nothing", ""), 404, "/api/state"},

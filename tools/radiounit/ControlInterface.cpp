@@ -148,7 +148,7 @@ Json ControlInterface::raise(const HttpCall& call)
 Json ControlInterface::setTraceLevel(const HttpCall& call)
 {
     try {
-        const Json wanted = parseJsonObject(call.body);
+        Json wanted = parseJsonObject(call.body);
         const auto tag = wanted.find("tag");
         const auto level = wanted.find("level");
         constexpr std::size_t keys = 2;

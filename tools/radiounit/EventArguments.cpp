@@ -68,19 +68,24 @@ void check(const EventArgument& argument, const Json& value)
     }
 }
 
+std::string listNames(const std::vector<EventArgument>& arguments)
+{
+    std::string names;
+    for (const auto& argument : arguments) {
+        names += fmt::format("{}{}", names.empty() ? "" : ", ", argument.name);
+    }
+    return names.empty() ? "none" : names;
+}
+
 } // namespace
 
 EventArguments::EventArguments(const Json& object, const std::vector<EventArgument>& known) : m_object{object}
 {
-    for (const auto& [name, value] : object.items()) {
+    for (const auto& entry : object.items()) {
+        const std::string& name = entry.key();
         const bool isKnown = std::any_of(known.begin(), known.end(), [&](const auto& one) { return one.name == name; });
         if (!isKnown && name != "event") {
-            std::string names;
-            for (const auto& one : known) {
-                names += fmt::format("{}{}", names.empty() ? "" : ", ", one.name);
-            }
-            throw EventError{
-                fmt::format("{}: no such argument; the event takes {}", name, names.empty() ? "none" : names)};
+            throw EventError{fmt::format("{}: no such argument; the event takes {}", name, listNames(known))};
         }
     }
     for (const auto& argument : known) {

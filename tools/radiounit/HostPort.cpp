@@ -26,7 +26,7 @@ std::uint16_t parsePort(const std::string& option, const std::string& text, cons
 asio::ip::address resolve(const std::string& option, const std::string& host, bool allowRemote)
 {
     asio::error_code error;
-    if (const auto address = asio::ip::make_address(host, error); !error) {
+    if (auto address = asio::ip::make_address(host, error); !error) {
         return address;
     }
     if (host == "localhost") {

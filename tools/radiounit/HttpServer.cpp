@@ -15,8 +15,8 @@ namespace {
 
 // Our own choices.
 constexpr std::size_t workerCount = 16;
-constexpr std::chrono::seconds patience{10};          ///< for a request to arrive, and for an answer to be taken
-constexpr std::size_t headerAllowance = 256U * 1024U; ///< bytes of request line, headers and chunk marks
+constexpr std::chrono::seconds patience{10};       ///< for a request to arrive, and for an answer to be taken
+constexpr std::size_t headerAllowance = 1U << 18U; ///< bytes of request line, headers and chunk marks
 
 } // namespace
 

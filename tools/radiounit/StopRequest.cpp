@@ -60,7 +60,7 @@ StopSignals::StopSignals(StopRequest& stop)
 StopSignals::~StopSignals()
 {
     m_thread.request_stop();
-    pthread_kill(m_thread.native_handle(), SIGTERM); // wakes its sigwait
+    pthread_kill(m_thread.native_handle(), SIGINT); // wakes its sigwait
 }
 
 } // namespace radiounit

@@ -51,7 +51,7 @@ TemporaryFolder::~TemporaryFolder()
 
 std::string TemporaryFolder::write(const std::string& name, const std::string& content) const
 {
-    const std::string path = m_path + "/" + name;
+    std::string path = m_path + "/" + name;
     std::ofstream{path} << content;
     return path;
 }
@@ -59,6 +59,7 @@ std::string TemporaryFolder::write(const std::string& name, const std::string& c
 Program::Program(const std::vector<std::string>& command)
 {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const auto& word : command) {
         arguments.push_back(const_cast<char*>(word.c_str()));
     }
