@@ -1,4 +1,6 @@
 #include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "CommandLine.h"
 #include "Errors.h"
@@ -6,6 +8,17 @@
 #include "StopRequest.h"
 
 namespace {
+
+/// Started without one of the standard streams, the program would give its number to a connection, and the trace would
+/// go out over the link. So each has to be there, if only as nothing.
+void holdStandardStreams()
+{
+    int descriptor = 0;
+    do {
+        descriptor = ::open("/dev/null", O_RDWR);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    ::close(descriptor);
+}
 
 constexpr int orderlyStop = 0;
 constexpr int failure = 1;
@@ -21,6 +34,7 @@ int fail(int exitCode, const char* text)
 
 int main(int argc, char** argv)
 {
+    holdStandardStreams();
     try {
         radiounit::StopRequest stop;
         const radiounit::StopSignals signals{stop}; // first of all, so that a signal at any moment is an orderly stop
