@@ -21,6 +21,7 @@ constexpr std::size_t bufferSize = 8 + sizeof(Message);
 
 template <std::size_t Size>
 struct FixedBuffer : std::streambuf {
+    // NOLINTNEXTLINE(*-member-init): as where messages are sent, the bytes are written before they are read
     FixedBuffer() { setp(bytes.data(), bytes.data() + bytes.size()); }
     std::array<char, Size> bytes;
 };
@@ -69,7 +70,7 @@ template <class Message>
 void encodeByHand(benchmark::State& state)
 {
     Message message;
-    std::array<char, bufferSize<Message>> buffer;
+    std::array<char, bufferSize<Message>> buffer; // NOLINT(*-member-init): written before it is read
     for (auto _ : state) {
         benchmark::DoNotOptimize(message);
         const std::array<std::uint32_t, 2> envelope{0, Message::messageId};

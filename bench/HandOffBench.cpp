@@ -36,44 +36,45 @@ void handOffThroughTheMailbox(benchmark::State& state)
     reader.join();
 }
 
-/// The least that two sleeping threads need: one flag, one mutex, one condition each way.
+/// The least that two sleeping threads need: one value, one mutex, one condition each way.
 class Baton {
 public:
-    void give()
+    void give(bool goOn)
     {
         const std::scoped_lock lock(m_mutex);
         m_given = true;
+        m_goOn = goOn;
         m_condition.notify_one();
     }
-    void take()
+    bool take()
     {
         std::unique_lock lock(m_mutex);
         m_condition.wait(lock, [this] { return m_given; });
         m_given = false;
+        return m_goOn;
     }
 
 private:
     std::mutex m_mutex;
     std::condition_variable m_condition;
     bool m_given = false;
+    bool m_goOn = false;
 };
 
 void handOffWithABareCondition(benchmark::State& state)
 {
     Baton there;
     Baton back;
-    bool stop = false; // handed over with the baton
     std::thread reader([&] {
-        for (there.take(); !stop; there.take()) {
-            back.give();
+        while (there.take()) {
+            back.give(true);
         }
     });
     for (auto _ : state) {
-        there.give();
+        there.give(true);
         back.take();
     }
-    stop = true;
-    there.give();
+    there.give(false);
     reader.join();
 }
 
