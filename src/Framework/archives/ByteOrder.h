@@ -14,34 +14,54 @@ constexpr bool is_little_endian()
     return std::endian::native == std::endian::little;
 }
 
-/// Reverses the two bytes of every 16-bit half. With a rotation by 16 it reverses a 32-bit word; the pair vectorises on
-/// plain SSE2 and on NEON, where a byte-wise reversal does not.
-constexpr std::uint32_t swapBytesInHalves(std::uint32_t word)
-{
-    return ((word & 0x00ff00ffU) << 8U) | ((word >> 8U) & 0x00ff00ffU);
-}
-
 constexpr std::uint32_t reversed(std::uint32_t word)
 {
-    return std::rotl(swapBytesInHalves(word), 16);
+    return __builtin_bswap32(word);
 }
 
 constexpr std::uint16_t reversed(std::uint16_t half)
 {
-    return std::rotl(half, 8);
+    return __builtin_bswap16(half);
 }
 
-/// Copies one chunk of words, each turned round. All of a chunk is loaded before anything is stored, so that source and
-/// destination may be the same.
-template <class Word, std::size_t Count>
+/// Copies one word turned round.
+template <class Word>
+inline void copyReversedWord(char* destination, const char* source)
+{
+    Word word{};
+    std::memcpy(&word, source, sizeof word);
+    word = reversed(word);
+    std::memcpy(destination, &word, sizeof word);
+}
+
+/// Whether registers that hold several words are there; without them the compiler takes vectors to pieces.
+#if defined(__SSE2__) || defined(__ARM_NEON)
+inline constexpr bool hasVectorUnit = true;
+#else
+inline constexpr bool hasVectorUnit = false;
+#endif
+
+/// Bytes that are turned round at a time.
+inline constexpr std::size_t chunkSize = 64;
+
+/// Copies one chunk of words, each turned round. Vectors say what a loop over words only hints at: the bytes of every
+/// half are exchanged, then the halves, for a whole register at once, with plain SSE2 and with NEON. All of a chunk is
+/// loaded before anything is stored, so that source and destination may be the same.
+template <class Word>
 inline void copyReversedChunk(char* destination, const char* source)
 {
-    Word words[Count]; // a plain block is what the vectoriser sees through
-    std::memcpy(words, source, sizeof words);
-    for (Word& word : words) {
-        word = reversed(word);
+    using Halves [[gnu::vector_size(chunkSize)]] = std::uint16_t;
+    using Words [[gnu::vector_size(chunkSize)]] = std::uint32_t;
+    Halves halves;
+    std::memcpy(&halves, source, sizeof halves);
+    halves = (halves << 8) | (halves >> 8);
+    if constexpr (sizeof(Word) == sizeof(std::uint32_t)) {
+        Words words;
+        std::memcpy(&words, &halves, sizeof words);
+        words = (words << 16) | (words >> 16);
+        std::memcpy(&halves, &words, sizeof halves);
     }
-    std::memcpy(destination, words, sizeof words);
+    std::memcpy(destination, &halves, sizeof halves);
 }
 
 /// Copies `size` bytes made of elements of N bytes between the machine's and the wire's byte order (the same operation
@@ -54,12 +74,11 @@ inline void copySwapped(char* destination, const char* source, std::size_t size)
         std::memmove(destination, source, size);
     } else {
         using Word = std::conditional_t<N == 2, std::uint16_t, std::uint32_t>;
-        constexpr std::size_t chunk = 64;
-        for (; size >= chunk; size -= chunk, destination += chunk, source += chunk) {
-            copyReversedChunk<Word, chunk / N>(destination, source);
+        for (; hasVectorUnit && size >= chunkSize; size -= chunkSize, destination += chunkSize, source += chunkSize) {
+            copyReversedChunk<Word>(destination, source);
         }
         for (; size >= N; size -= N, destination += N, source += N) {
-            copyReversedChunk<Word, 1>(destination, source);
+            copyReversedWord<Word>(destination, source);
         }
     }
 }
