@@ -11,7 +11,7 @@
 class NodectlRun {
 public:
     struct Outcome {
-        int exitCode; ///< -1 where the run was killed by a signal or by a deadline
+        int exitCode = -1; ///< -1 where the run was killed by a signal or by a deadline
         std::string out;
         std::string err;
     };
