@@ -34,8 +34,11 @@ endif()
 
 # Whether Asio allocates aligned depends on which header a source includes first: two sources could disagree on who frees.
 # Its fences are unknown to ThreadSanitizer, which would see races where there are none; locks take their place there.
-add_header_library(asio asio.hpp DEFINITIONS ASIO_STANDALONE ASIO_NO_DEPRECATED ASIO_DISABLE_STD_ALIGNED_ALLOC
-    $<$<STREQUAL:${VORNIPC_SANITIZE},thread>:ASIO_DISABLE_FENCED_BLOCK>)
+set(asioDefinitions ASIO_STANDALONE ASIO_NO_DEPRECATED ASIO_DISABLE_STD_ALIGNED_ALLOC)
+if(VORNIPC_SANITIZE STREQUAL "thread")
+    list(APPEND asioDefinitions ASIO_DISABLE_FENCED_BLOCK)
+endif()
+add_header_library(asio asio.hpp DEFINITIONS ${asioDefinitions})
 target_link_libraries(asio INTERFACE Threads::Threads)
 add_header_library(rapidjson rapidjson/document.h)
 add_header_library(cereal::cereal cereal/cereal.hpp)
