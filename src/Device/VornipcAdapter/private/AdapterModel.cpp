@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Hundredths.h"
 #include "kro_top_api.h"
 
 namespace kro::device::vornipc {
@@ -23,8 +24,6 @@ constexpr std::uint32_t frequencyOfStep(std::uint32_t base, std::uint32_t stepSi
 {
     return base + stepSize * static_cast<std::uint32_t>(step);
 }
-
-constexpr int hundredthsPerDb = 100;
 
 } // namespace
 
@@ -220,8 +219,7 @@ bool AdapterModel::onSetFarEndPmaxCapability(RadioChannel ct, const std::map<EMo
     kro_top_api::CriSetFarEndPmaxCapability::Command command;
     command.radioChannel = ct;
     for (const auto& [modulation, db] : pmaxDb) {
-        const auto hundredths = static_cast<std::int32_t>(static_cast<std::int64_t>(db) * hundredthsPerDb);
-        command.pmax.push_back({modulation, hundredths});
+        command.pmax.push_back({modulation, toHundredths(db)});
         m_trace.at(TraceLevel::Call) << "onSetFarEndPmaxCapability(): "
                                      << "set Pmax " << db << "dB for " << modulation << "QAM";
     }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "EChannelSelector.h"
 #include "MessagePrinter.h"
+#include "PerChannel.h"
 #include "RadioChannel.h"
 #include "Trace.h"
 #include "VornipcMessageHandler.h"
@@ -9,7 +11,7 @@
 namespace kro::device::vornipc {
 
 /// The channel that a message concerns; any number may come.
-template <WireMessage Message>
+template <class Message>
 RadioChannel channelOf(const Message& message)
 {
     return RadioChannel{static_cast<std::int32_t>(message.ct)};
@@ -22,6 +24,13 @@ void traceCalled(const Trace& trace, const CallSite& site = CallSite::here())
     trace.at(TraceLevel::Call, site) << "called (id: 0x" << hex(Request::messageId) << ")";
 }
 
+/// The line that a request of the other areas begins with; its text names the method too.
+template <WireMessage Request>
+void traceMethodCalled(const Trace& trace, const CallSite& site = CallSite::here())
+{
+    trace.at(TraceLevel::Call, site) << site.method << "() called (id: 0x" << hex(Request::messageId) << ")";
+}
+
 /// The line that shows a received message.
 template <WireMessage Request>
 void traceReceived(const Trace& trace, const Request& request, const CallSite& site = CallSite::here())
@@ -29,12 +38,26 @@ void traceReceived(const Trace& trace, const Request& request, const CallSite& s
     trace.at(TraceLevel::Dump, site) << "Received: " << request;
 }
 
-/// Both of them, as most requests of the equipment area begin.
+/// How most requests of the equipment area begin.
 template <WireMessage Request>
 void traceRequest(const Trace& trace, const Request& request, const CallSite& site = CallSite::here())
 {
     traceCalled<Request>(trace, site);
     traceReceived(trace, request, site);
+}
+
+/// How most requests of the other areas begin that show what they received before they act.
+template <WireMessage Request>
+void traceMethodRequest(const Trace& trace, const Request& request, const CallSite& site = CallSite::here())
+{
+    traceMethodCalled<Request>(trace, site);
+    traceReceived(trace, request, site);
+}
+
+/// The line that refuses a request for a channel that there is not.
+inline void traceIncorrectChannel(const Trace& trace, std::uint32_t ct, const CallSite& site = CallSite::here())
+{
+    trace.at(TraceLevel::Error, site) << " Incorrect ct number " << ct << " ()";
 }
 
 /// A fresh answer with the header of its request.
@@ -56,27 +79,61 @@ void respond(VornipcMessageHandler& messageHandler, const Trace& trace, Response
     messageHandler.send(response, VornipcDeviceId::ads);
 }
 
-/// Answers a request of the equipment area that this radio does not act upon, with the answer's initial values.
-/// @param stubbed what the trace says of it
+/// The same in the areas that show the request only now.
+template <WireMessage Request, WireMessage Response>
+void respond(VornipcMessageHandler& messageHandler, const Trace& trace, const Request& request, Response& response,
+             const CallSite& site = CallSite::here())
+{
+    traceReceived(trace, request, site);
+    respond(messageHandler, trace, response, site);
+}
+
+/// Answers a request that this radio does not act upon, with the answer's initial values.
 template <WireMessage Response, WireMessage Request>
-void answerFixed(VornipcMessageHandler& messageHandler, const Trace& trace, const Request& request, const char* stubbed,
+void answerFixed(VornipcMessageHandler& messageHandler, const Trace& trace, const Request& request,
                  const CallSite& site = CallSite::here())
 {
-    traceRequest(trace, request, site);
-    trace.at(TraceLevel::Call, site) << stubbed;
     auto response = responseTo<Response>(request);
     respond(messageHandler, trace, response, site);
 }
 
-/// A fresh spontaneous message about a channel, with the unit's slot and a sequence number of its own.
+/// A fresh spontaneous message about a channel, with a sequence number of its own and no slot.
+template <WireMessage Message>
+Message spontaneousWithoutSlot(VornipcMessageHandler& messageHandler, std::uint32_t ct)
+{
+    Message message;
+    message.seqNr = messageHandler.getSpontaneousMessageSequenceNumber();
+    message.ct = ct;
+    return message;
+}
+
+/// The same with the unit's slot.
 template <WireMessage Message>
 Message spontaneous(VornipcMessageHandler& messageHandler, RadioChannel ct)
 {
-    Message message;
+    auto message = spontaneousWithoutSlot<Message>(messageHandler, static_cast<std::uint32_t>(ct));
     message.slot = messageHandler.getSlotNumber();
-    message.seqNr = messageHandler.getSpontaneousMessageSequenceNumber();
-    message.ct = static_cast<std::uint32_t>(ct);
     return message;
+}
+
+/// Whether a channel that another component of the radio software wants to tell the node about can be one; logs that it
+/// cannot.
+inline bool channelInRange(const Trace& trace, EChannelSelector channel, const CallSite& site = CallSite::here())
+{
+    if (!isChannel(RadioChannel{static_cast<std::int32_t>(channel)})) {
+        trace.at(TraceLevel::Error, site) << site.method << "(): channelId = " << channel << " is out of range";
+        return false;
+    }
+    return true;
+}
+
+/// Sends what another component of the radio software wants the node to know.
+template <WireMessage Message>
+void sendNotification(VornipcMessageHandler& messageHandler, const Trace& trace, Message& message,
+                      const CallSite& site = CallSite::here())
+{
+    trace.at(TraceLevel::Dump, site) << "Sending spontaneous message: " << messageName<Message>();
+    messageHandler.send(message, VornipcDeviceId::ads);
 }
 
 } // namespace kro::device::vornipc

@@ -248,11 +248,6 @@ bool EquipmentHandler::radioIsUp(RadioChannel ct) const
     return m_channels[ct].radio->isRadioUp();
 }
 
-void EquipmentHandler::traceIncorrectChannel(std::uint32_t ct, const CallSite& site)
-{
-    m_trace.at(TraceLevel::Error, site) << " Incorrect ct number " << ct << " ()";
-}
-
 bool EquipmentHandler::getRadioUp(RadioChannel ct) const
 {
     const std::scoped_lock lock(m_stateMutex);

@@ -129,12 +129,15 @@ private:
     bool lookUpChannel(RadioChannel ct);
     bool servesChannel(RadioChannel ct) const;
     bool radioIsUp(RadioChannel ct) const;
-    static void traceIncorrectChannel(std::uint32_t ct, const CallSite& site = CallSite::here());
     void restartRadio(RadioChannel ct, const CallSite& site = CallSite::here());
     void notifyRadioDetected(RadioChannel ct);
     static void traceDetectedRadio(const RauDetected1IPC& message, const RadioInventory& inventory,
                                    bool rfLoopAvailable, const CallSite& site = CallSite::here());
     void setMmuInService(bool inService, const CallSite& site = CallSite::here());
+
+    /// @param stubbed what the trace says of the answer
+    template <WireMessage Response, WireMessage Request>
+    void answerStubbed(const Request& request, const char* stubbed, const CallSite& site = CallSite::here());
 
     void extractAnsCapabilities_(const CompatibilityCodes_T& codes);
     void handleQesMode_(const CompatibilityCodes_T& codes);

@@ -7,6 +7,7 @@
 #include "Answering.h"
 #include "Bsp.h"
 #include "EquipmentHandler.h"
+#include "SetResult.h"
 
 namespace kro::device::vornipc {
 
@@ -28,8 +29,6 @@ constexpr std::uint32_t productWithReducedATPC = 5;
 
 constexpr std::uint32_t rfLoopIsAvailable = 2;
 constexpr std::uint32_t rfLoopIsNotAvailable = 3;
-
-constexpr std::uint32_t setFailed = 1;
 
 /// The node's numbers of the supply voltages that the radio numbers 1 to 4; 0 for all others.
 std::uint32_t decodeRauSupplyVoltage(RadioInventory::SupplyVoltages voltage)
@@ -202,7 +201,7 @@ void EquipmentHandler::onGetRAUCapabilityReq(GetRAUCapabilityReqIPC* request)
     auto response = responseTo<GetRAUCapabilityResIPC>(*request);
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
-        traceIncorrectChannel(request->ct);
+        traceIncorrectChannel(m_trace, request->ct);
         m_messageHandler.send(response, VornipcDeviceId::ads);
         return;
     }
@@ -243,7 +242,7 @@ void EquipmentHandler::onSetRAUIndexCapabilitiesReq(SetRAUIndexCapabilitiesReqIP
     auto response = responseTo<SetRAUIndexCapabilitiesResIPC>(*request);
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
-        traceIncorrectChannel(request->ct);
+        traceIncorrectChannel(m_trace, request->ct);
     } else {
         if (!available(m_trace, m_channels[ct].radio, ct) ||
             isFailure(m_channels[ct].radio->selectSubBand(static_cast<std::uint8_t>(request->rauSubBand)))) {

@@ -6,49 +6,52 @@
 
 namespace kro::device::vornipc {
 
+template <WireMessage Response, WireMessage Request>
+void EquipmentHandler::answerStubbed(const Request& request, const char* stubbed, const CallSite& site)
+{
+    traceRequest(m_trace, request, site);
+    m_trace.at(TraceLevel::Call, site) << stubbed;
+    answerFixed<Response>(m_messageHandler, m_trace, request, site);
+}
+
 void EquipmentHandler::onSetSDCAdminStatusReq(SetSDCAdminStatusReqIPC* request)
 {
-    answerFixed<SetSDCAdminStatusResIPC>(m_messageHandler, m_trace, *request,
-                                         "----- Stubbed SetSDCAdminStatusReqIPC response");
+    answerStubbed<SetSDCAdminStatusResIPC>(*request, "----- Stubbed SetSDCAdminStatusReqIPC response");
 }
 
 void EquipmentHandler::onGetSDCOperStatusReq(GetSDCOperStatusReqIPC* request)
 {
-    answerFixed<GetSDCOperStatusResIPC>(m_messageHandler, m_trace, *request,
-                                        "----- Stubbed GetSDCOperStatusReqIPC response");
+    answerStubbed<GetSDCOperStatusResIPC>(*request, "----- Stubbed GetSDCOperStatusReqIPC response");
 }
 
 void EquipmentHandler::onDadeControlReq(DadeControlReqIPC* request)
 {
-    answerFixed<DadeControlResIPC>(m_messageHandler, m_trace, *request, "----- Stubbed DadeControlReqIPC response");
+    answerStubbed<DadeControlResIPC>(*request, "----- Stubbed DadeControlReqIPC response");
 }
 
 void EquipmentHandler::onGetDadeStatusReq(GetDadeStatusReqIPC* request)
 {
-    answerFixed<GetDadeStatusResIPC>(m_messageHandler, m_trace, *request, "----- Stubbed GetDadeStatusReqIPC response");
+    answerStubbed<GetDadeStatusResIPC>(*request, "----- Stubbed GetDadeStatusReqIPC response");
 }
 
 void EquipmentHandler::onSetSDCPathReq(SetSDCPathReqIPC* request)
 {
-    answerFixed<SetSDCPathResIPC>(m_messageHandler, m_trace, *request, "----- Stubbed SetSDCPathReqIPC response");
+    answerStubbed<SetSDCPathResIPC>(*request, "----- Stubbed SetSDCPathReqIPC response");
 }
 
 void EquipmentHandler::onGetSDCCurrentDataReq(GetSDCCurrentDataReqIPC* request)
 {
-    answerFixed<GetSDCCurrentDataResIPC>(m_messageHandler, m_trace, *request,
-                                         "----- Stubbed GetSDCCurrentDataReqIPC response");
+    answerStubbed<GetSDCCurrentDataResIPC>(*request, "----- Stubbed GetSDCCurrentDataReqIPC response");
 }
 
 void EquipmentHandler::onGetSDCActualPathReq(GetSDCActualPathReqIPC* request)
 {
-    answerFixed<GetSDCActualPathResIPC>(m_messageHandler, m_trace, *request,
-                                        "----- Stubbed GetSDCActualPathReqIPC response");
+    answerStubbed<GetSDCActualPathResIPC>(*request, "----- Stubbed GetSDCActualPathReqIPC response");
 }
 
 void EquipmentHandler::onSetCarrierTermPreambleReq(SetCarrierTermPreambleReqIPC* request)
 {
-    answerFixed<SetCarrierTermPreambleResIPC>(m_messageHandler, m_trace, *request,
-                                              "----- Stubbed SetCarrierTermPreambleResIPC response");
+    answerStubbed<SetCarrierTermPreambleResIPC>(*request, "----- Stubbed SetCarrierTermPreambleResIPC response");
 }
 
 void EquipmentHandler::onResetInsufficientPowerResourcesErrorReq(ResetInsufficientPowerResourcesErrorReqIPC* request)

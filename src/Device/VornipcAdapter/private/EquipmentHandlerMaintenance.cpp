@@ -2,6 +2,7 @@
 
 #include "Answering.h"
 #include "EquipmentHandler.h"
+#include "SetResult.h"
 #include "TrfMlm.h"
 
 namespace kro::device::vornipc {
@@ -9,8 +10,6 @@ namespace kro::device::vornipc {
 namespace {
 
 /// Results of requests, fixed by the node protocol.
-constexpr std::uint32_t setDone = 0;
-constexpr std::uint32_t setFailed = 1;
 constexpr std::uint32_t selftestDone = 1;
 constexpr std::uint32_t selftestDoneExchangeAgain = 2;
 constexpr std::uint32_t restartAccepted = 1;
@@ -105,7 +104,7 @@ void EquipmentHandler::onRAURestartReq(RAURestartReqIPC* request)
     response.eRestartResult = restartRefused;
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
-        traceIncorrectChannel(request->ct);
+        traceIncorrectChannel(m_trace, request->ct);
     } else if (available(m_trace, m_channels[ct].radio, ct)) {
         if (radioIsUp(ct) && request->eModuleRestartCommand == restartCommand) {
             response.eRestartResult = restartAccepted;
@@ -138,7 +137,7 @@ void EquipmentHandler::onSetRAUDefaultConfigReq(SetRAUDefaultConfigReqIPC* reque
     response.eSetRes = setFailed;
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
-        traceIncorrectChannel(request->ct);
+        traceIncorrectChannel(m_trace, request->ct);
     } else if (available(m_trace, m_channels[ct].radio, ct)) {
         if (!radioIsUp(ct)) {
             m_trace.at(TraceLevel::Error) << " Radio is down for ct " << ct;
@@ -164,7 +163,7 @@ void EquipmentHandler::onSetTxMaxAcmLimitReq(SetTxMaxAcmLimitReqIPC* message)
     traceRequest(m_trace, *message);
     const RadioChannel ct = channelOf(*message);
     if (!servesChannel(ct)) {
-        traceIncorrectChannel(message->ct);
+        traceIncorrectChannel(m_trace, message->ct);
         return;
     }
     m_trace.at(TraceLevel::Action) << "Set Tx Max Acm capacity limit for ct " << ct << " to " << message->setTxMaxCap;
@@ -177,7 +176,7 @@ void EquipmentHandler::onGetShiftStatusReq(GetShiftStatusReqIPC* request)
     auto response = responseTo<GetShiftStatusResIPC>(*request);
     const RadioChannel ct = channelOf(*request);
     if (!isChannel(ct)) {
-        traceIncorrectChannel(request->ct);
+        traceIncorrectChannel(m_trace, request->ct);
     } else if (available(m_trace, m_channels[ct].acmHandler, ct)) {
         bool enabled = false;
         if (isFailure(m_channels[ct].acmHandler->isAcmEngineEnabled(&enabled))) {

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 #include "RadioChannel.h"
+#include "Trace.h"
 
 namespace kro::device::vornipc {
 
@@ -14,6 +16,19 @@ inline constexpr unsigned maximumChannels = 2;
 constexpr bool isChannel(RadioChannel ct)
 {
     return ct >= 1 && ct <= static_cast<int>(maximumChannels);
+}
+
+/// How many channels a handler serves of those that the unit is said to have; logs that there are too many.
+/// @param site the handler's constructor
+inline std::uint8_t servedChannels(const Trace& trace, std::uint8_t numberOfChannels,
+                                   const CallSite& site = CallSite::here())
+{
+    if (numberOfChannels > maximumChannels) {
+        trace.at(TraceLevel::Error, site) << site.method << "(): Number of channels " << unsigned{numberOfChannels}
+                                          << " is larger than maximum number of channels " << maximumChannels;
+        return maximumChannels;
+    }
+    return numberOfChannels;
 }
 
 /// Something that every channel has, by channel number. Any number may be asked for: one that no unit has gives an
