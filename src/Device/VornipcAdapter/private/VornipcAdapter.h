@@ -12,10 +12,18 @@ class ITiDisableModulation;
 namespace kro::device::vornipc {
 
 class AdapterModel;
+class AlarmSignalHandler;
+class DevPsRlpsHandler;
 class EquipmentHandler;
+class PowerControlHandler;
+class ProtectionHandler;
+class RemoteMibHandler;
+class SoftwareUpgradeHandler;
+class TestCommandHandler;
+class TrafficHandler;
 class VornipcMessageHandler;
 
-/// The module: owns the link to the node, the model of the radio channels and the handlers of the areas, and takes part
+/// The module: owns the link to the node, the model of the radio channels and the nine handlers of the areas, and takes part
 /// in the framework's module initialisation. Created, initialised and destroyed on the framework's thread.
 class VornipcAdapter : public ModuleInterface, public IVornipcAdapter {
 public:
@@ -42,6 +50,18 @@ public:
     void sendToNpuSyslog(const std::string& text) override;
     void sendToNpuSyslog(const std::string& text, RadioChannel ct) override;
     void setOutgoingIpcMessagesAllowed(bool allowed) override;
+    void notifyProtectionModeOperStatus(EChannelSelector channel, std::uint32_t protectionMode) override;
+    void notifyActiveRadioSw(EChannelSelector channel, std::uint32_t activeRadio) override;
+    void notifyWorkingRxSw(EChannelSelector channel, std::uint32_t workingRx) override;
+    void notifyHopRx(EChannelSelector channel, int length, const std::uint8_t* data) override;
+    void notifyHccRx(EChannelSelector channel, int wanOffset, std::uint32_t hccHandler, int length,
+                     const std::uint8_t* data) override;
+    void notifyTestCommandTx(EChannelSelector channel, const VornipcTestCommandFrame& frame) override;
+    void enableTimeStamp(bool on) override;
+    bool setFrameFormat(int radioChannelIndex, int radioFrameId, std::int32_t minAcm, std::int32_t maxAcm,
+                        std::int32_t sec) override;
+    void getAcmCapacities(int frameId, int* capacities,
+                          const std::function<bool(const SRadioFrameItem&, unsigned)>& filter) override;
     void resetSelfTestCheckPerformed() override;
     void resetSpontaneousMessageSequenceNumber() override;
 
@@ -52,6 +72,14 @@ private:
     std::unique_ptr<VornipcMessageHandler> m_messageHandler;
     std::unique_ptr<AdapterModel> m_adapterModel;
     std::unique_ptr<EquipmentHandler> m_equipmentHandler;
+    std::unique_ptr<RemoteMibHandler> m_remoteMibHandler;
+    std::unique_ptr<SoftwareUpgradeHandler> m_softwareUpgradeHandler;
+    std::unique_ptr<TestCommandHandler> m_testCommandHandler;
+    std::unique_ptr<TrafficHandler> m_trafficHandler;
+    std::unique_ptr<ProtectionHandler> m_protectionHandler;
+    std::unique_ptr<PowerControlHandler> m_powerControlHandler;
+    std::unique_ptr<AlarmSignalHandler> m_alarmSignalHandler;
+    std::unique_ptr<DevPsRlpsHandler> m_devPsRlpsHandler;
 };
 
 } // namespace kro::device::vornipc
