@@ -1,6 +1,3 @@
-#include <fmt/chrono.h>
-#include <fmt/format.h>
-
 #include <chrono>
 #include <string>
 #include <utility>
@@ -11,6 +8,7 @@
 #include "Conversation.h"
 #include "MessageText.h"
 #include "Output.h"
+#include "Story.h"
 
 namespace nodectl {
 
@@ -22,39 +20,6 @@ constexpr std::chrono::milliseconds quietTime{300};
 constexpr std::uint32_t normalSelfTest = 1;
 constexpr std::uint32_t inService = 1;
 
-/// What goes over the link, told to people: a line a message, with the fields that matter.
-class Story {
-public:
-    explicit Story(bool verbose) : m_verbose(verbose), m_colour(outputHasColour()) {}
-
-    void toUnit(const DecodedBuffer& decoded) const { tell("->", "\033[36m", decoded); }
-    void fromUnit(const DecodedBuffer& decoded) const { tell("<-", "\033[32m", decoded); }
-
-private:
-    void tell(const char* arrow, const char* colour, const DecodedBuffer& decoded) const
-    {
-        const std::string name = decoded.definition != nullptr ? decoded.definition->name : "PS message";
-        const std::string fields = summary(*decoded.message);
-        print(fmt::format("{}  {}{} {}{}{}", timeOfDay(), m_colour ? colour : "", arrow, name,
-                          m_colour ? "\033[0m" : "", fields.empty() ? "" : ": " + fields));
-        if (m_verbose) {
-            print(messageText(decoded, false));
-        }
-    }
-
-    /// UTC, as in the unit's trace.
-    static std::string timeOfDay()
-    {
-        using namespace std::chrono;
-        const auto now = system_clock::now();
-        const auto millisecond = duration_cast<milliseconds>(now.time_since_epoch()).count() % 1000;
-        return fmt::format("{:%H:%M:%S}.{:03}Z", fmt::gmtime(system_clock::to_time_t(now)), millisecond);
-    }
-
-    bool m_verbose;
-    bool m_colour;
-};
-
 /// One of the node's messages: its name and the body fields that are not 0.
 struct Step {
     const char* messageName;
@@ -65,9 +30,15 @@ struct Step {
 
 void bringUp(const Options& options)
 {
-    const Story story(options.verbose);
+    const Story story;
+    const auto tell = [&](void (Story::*direction)(const DecodedBuffer&) const, const DecodedBuffer& decoded) {
+        (story.*direction)(decoded);
+        if (options.verbose) {
+            print(messageText(decoded, false));
+        }
+    };
     Conversation conversation(options.unit, options.json, [&](const DecodedBuffer& decoded) {
-        options.json ? print(messageText(decoded, true)) : story.fromUnit(decoded);
+        options.json ? print(messageText(decoded, true)) : tell(&Story::fromUnit, decoded);
     });
 
     const Step steps[] = {
@@ -87,7 +58,7 @@ void bringUp(const Options& options)
             fieldNamed(*request.message, field).set(value);
         }
         if (!options.json) {
-            story.toUnit(request);
+            tell(&Story::toUnit, request);
         }
         conversation.send(definition, *request.message, options.wait);
     }

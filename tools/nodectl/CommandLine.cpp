@@ -77,7 +77,7 @@ public:
         addList();
         addMessage(addCommand("describe", "Show the fields of a message", describe));
         addSend();
-        addCommand("monitor", "Print every message that the unit sends, until Ctrl-C", monitor);
+        addMonitor();
         CLI::App& encodeCommand =
             addCommand("encode", "Print a message as it follows the device word on the link", encode);
         addMessage(encodeCommand);
@@ -127,7 +127,17 @@ private:
         CLI::App& command = addCommand("send", "Send a message and print what comes back", send);
         addMessage(command);
         addContents(command);
-        addWait(command);
+        addBrief(command);
+        addWait(command, "for an answer");
+    }
+
+    void addMonitor()
+    {
+        CLI::App& command = addCommand("monitor", "Print every message that the unit sends, until Ctrl-C", monitor);
+        command.add_option("--until", m_options.until, "End with 0 when this message has come, with 1 when it has not")
+            ->type_name("NAME");
+        addBrief(command);
+        addWait(command, "for the message of --until");
     }
 
     void addDecode()
@@ -169,7 +179,7 @@ private:
                   "The node's capabilityEH (default 0x26: 0x02 radio detected, 0x04 log lines, 0x20 BPM commands)",
                   anyWord, [this](std::uint32_t code) { m_options.capabilityEH = code; });
         command.add_flag("--verbose", m_options.verbose, "Print every message whole below its line");
-        addWait(command);
+        addWait(command, "for an answer");
     }
 
     void addMessage(CLI::App& command)
@@ -198,9 +208,15 @@ private:
             ->type_name("JSON|@FILE|-");
     }
 
-    void addWait(CLI::App& command)
+    void addBrief(CLI::App& command)
     {
-        addNumber(command, "--wait", "Milliseconds to wait for an answer (default 2000)", longestWait,
+        command.add_flag("--brief", m_options.brief,
+                         "Print a line a message: time, direction, name, fields that matter");
+    }
+
+    void addWait(CLI::App& command, const std::string& what)
+    {
+        addNumber(command, "--wait", fmt::format("Milliseconds to wait {} (default 2000)", what), longestWait,
                   [this](std::uint32_t wait) { m_options.wait = std::chrono::milliseconds(wait); });
     }
 

@@ -69,6 +69,18 @@ void Conversation::listen()
     }
 }
 
+void Conversation::listenFor(const MessageDefinition& wanted, std::chrono::milliseconds wait)
+{
+    m_link.catchStopSignals();
+    const auto deadline = Clock::now() + wait;
+    while (next(deadline)) {
+        if (lastIs(wanted)) {
+            return;
+        }
+    }
+    throw Failure(ExitCode::refused, fmt::format("no {} has come within {} ms", wanted.name, wait.count()));
+}
+
 void Conversation::finish()
 {
     try {
@@ -112,10 +124,15 @@ void Conversation::showUnknown(const NodeLink::Frame& frame, const char* reason)
                  : fmt::format("device {}, {}: {}", frame.device, hex.empty() ? "an empty buffer" : hex, reason));
 }
 
+bool Conversation::lastIs(const MessageDefinition& definition) const
+{
+    return m_last && m_last->definition != nullptr && m_last->definition->id == definition.id &&
+           m_last->definition->header == definition.header;
+}
+
 bool Conversation::lastAnswers(const MessageDefinition& answer, const MessageField& sequenceNumber) const
 {
-    return m_last && m_last->definition->id == answer.id && m_last->definition->header == answer.header &&
-           sequenceNumberOf(answer, *m_last->message).value() == sequenceNumber.value();
+    return lastIs(answer) && sequenceNumberOf(answer, *m_last->message).value() == sequenceNumber.value();
 }
 
 } // namespace nodectl

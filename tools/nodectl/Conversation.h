@@ -28,6 +28,9 @@ public:
     /// Shows what comes until SIGINT or SIGTERM.
     void listen();
 
+    /// Shows what comes up to a message of this id. Throws Failure (refused) where it has not come in time.
+    void listenFor(const MessageDefinition& wanted, std::chrono::milliseconds wait);
+
     /// Shows what a message without an answer brings about at once, and lets the unit take it in before the connection
     /// goes.
     void finish();
@@ -39,6 +42,7 @@ private:
     /// it is short or unknown.
     bool next(Clock::time_point deadline);
     void showUnknown(const NodeLink::Frame& frame, const char* reason) const;
+    bool lastIs(const MessageDefinition& definition) const;
     bool lastAnswers(const MessageDefinition& answer, const MessageField& sequenceNumber) const;
 
     NodeLink m_link;

@@ -3,26 +3,34 @@
 #include "Conversation.h"
 #include "MessageText.h"
 #include "Output.h"
+#include "Story.h"
 
 namespace nodectl {
 
 namespace {
 
-Conversation printingConversation(const Options& options)
+/// A conversation that prints what comes, in the form that is wanted.
+Conversation printingConversation(const Options& options, const Story& story)
 {
     const bool json = options.json;
-    return Conversation(options.unit, json,
-                        [json](const DecodedBuffer& decoded) { print(messageText(decoded, json)); });
+    const bool brief = options.brief && !json;
+    return Conversation(options.unit, json, [json, brief, &story](const DecodedBuffer& decoded) {
+        brief ? story.fromUnit(decoded) : print(messageText(decoded, json));
+    });
 }
 
 } // namespace
 
 void send(const Options& options)
 {
+    const Story story;
     const MessageDefinition& definition = messageNamed(options.messageName);
-    const auto message = composeMessage(definition, options);
-    Conversation conversation = printingConversation(options);
-    conversation.send(definition, *message, options.wait);
+    DecodedBuffer request{&definition, composeMessage(definition, options), definition.size};
+    Conversation conversation = printingConversation(options, story);
+    if (options.brief && !options.json) {
+        story.toUnit(request);
+    }
+    conversation.send(definition, *request.message, options.wait);
     if (definition.answer.empty()) {
         conversation.finish();
     }
@@ -30,7 +38,14 @@ void send(const Options& options)
 
 void monitor(const Options& options)
 {
-    printingConversation(options).listen();
+    const Story story;
+    const MessageDefinition* const wanted = options.until.empty() ? nullptr : &messageNamed(options.until);
+    Conversation conversation = printingConversation(options, story);
+    if (wanted == nullptr) {
+        conversation.listen();
+    } else {
+        conversation.listenFor(*wanted, options.wait);
+    }
 }
 
 } // namespace nodectl

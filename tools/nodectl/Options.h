@@ -26,7 +26,10 @@ struct Options {
     std::vector<std::pair<std::string, std::uint32_t>> header; ///< header fields that were given, by field name
     std::optional<std::string> body;                           ///< as given: JSON, "@FILE" or "-"
 
-    std::chrono::milliseconds wait{2000}; ///< for one answer
+    std::chrono::milliseconds wait{2000}; ///< for one answer, or for the message that ends monitor
+
+    bool brief = false; ///< send, monitor: a line a message, for people
+    std::string until;  ///< monitor: name of the message that ends it; empty for none
 
     // decode
     MessageDirection from = MessageDirection::out; ///< the way the buffer travels, as the radio sees it
