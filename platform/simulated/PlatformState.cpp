@@ -74,6 +74,9 @@ void checkInjectedValue(const std::string& path, Injection injection, ResultKind
 void checkInjections(Injection injection, const Json& patch)
 {
     const std::string section = sectionOf(injection);
+    if (patch.is_null()) {
+        return; // removes them all
+    }
     if (!patch.is_object()) {
         refuseType(section, "an object with entries \"interface.operation\"", patch);
     }
@@ -128,6 +131,10 @@ void check(const Json& patch)
 /// Setting an entry starts its count again, removing it removes the count.
 void applyInjections(Json& entries, Json& hits, const Json& patch)
 {
+    if (patch.is_null()) {
+        entries.clear();
+        hits.clear();
+    }
     for (const auto& [operation, value] : patch.items()) {
         if (value.is_null()) {
             entries.erase(operation);

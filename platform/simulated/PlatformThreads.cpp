@@ -6,6 +6,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include <pthread.h>
@@ -34,13 +35,18 @@ std::future<void> PlatformThreads::run(std::function<void()> function)
         throw std::runtime_error{stoppedText};
     }
     const unsigned number = takeNumber();
-    m_threads.emplace_back([this, number, task] {
-        const std::string name = "platform-" + std::to_string(number);
-        pthread_setname_np(pthread_self(), name.c_str());
-        nameThisThread(name);
-        (*task)();
-        finished(number);
-    });
+    try {
+        m_threads.emplace_back([this, number, task] {
+            const std::string name = "platform-" + std::to_string(number);
+            pthread_setname_np(pthread_self(), name.c_str());
+            nameThisThread(name);
+            (*task)();
+            finished(number);
+        });
+    } catch (const std::system_error&) {
+        m_numbers.erase(number);
+        throw;
+    }
     ++m_running;
     return result;
 }

@@ -13,7 +13,7 @@ namespace simulated {
 /// The platform's own threads, and the door to the module's callbacks. All operations may be called from any thread.
 class PlatformThreads {
 public:
-    /// @throws std::runtime_error when closed
+    /// @throws std::runtime_error when closed, std::system_error where the machine has no thread left
     std::future<void> run(std::function<void()> function);
 
     /// Lets somebody through to a callback while the door is open; what runs is waited for by close().

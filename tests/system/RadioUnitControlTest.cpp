@@ -142,11 +142,12 @@ TEST(RadioUnitControl, AnswersWhileManyClientsHoldOn)
     ASSERT_EQ(unit.request("PATCH", "/api/state", R"({"delaysMs":{"IRadio_1.getInventory":60000}})").status, 200);
     constexpr std::size_t many = 40; // more than the interface has threads of its own
     std::vector<std::unique_ptr<Socket>> eventClients;
-    std::vector<std::unique_ptr<Socket>> idleClients;
+    std::vector<std::unique_ptr<Socket>> stalledClients;
     for (std::size_t i = 0; i < many; ++i) {
         eventClients.push_back(std::make_unique<Socket>(unit.control()));
         eventClients.back()->send(httpRequest(unit.control(), "POST", "/api/events", R"({"event":"radioUp","ct":1})"));
-        idleClients.push_back(std::make_unique<Socket>(unit.control()));
+        stalledClients.push_back(std::make_unique<Socket>(unit.control()));
+        stalledClients.back()->send("G"); // and no more
     }
     ASSERT_TRUE(unit.waitFor("/api/calls", [](const auto& calls) {
         const auto& last = calls.at("calls").back();

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <optional>
 
 #include "Events.h"
 #include "JsonInput.h"
@@ -92,11 +93,16 @@ std::vector<HttpRoute> ControlInterface::routes()
 /// The module, which may still be starting.
 ModuleSlot::Initialised ControlInterface::awaitModule()
 {
-    const WorkerPool::Waiting waiting{m_server.workers()};
     try {
+        std::optional<WorkerPool::Waiting> waiting;
+        if (!m_unit.module.settled()) {
+            waiting.emplace(m_server.workers());
+        }
         return m_unit.module.await();
     } catch (const ModuleSlot::NeverCame& gone) {
         throw HttpError{httpConflict, gone.what()};
+    } catch (const WorkerPool::TooManyWaiting& error) {
+        throw HttpError{httpUnavailable, error.what()};
     }
 }
 
@@ -142,6 +148,8 @@ Json ControlInterface::raise(const HttpCall& call)
         throw HttpError{httpBadRequest, error.what()};
     } catch (const NobodyRegistered& error) {
         throw HttpError{httpConflict, error.what()};
+    } catch (const WorkerPool::TooManyWaiting& error) {
+        throw HttpError{httpUnavailable, error.what()};
     }
 }
 

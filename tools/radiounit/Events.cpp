@@ -7,6 +7,7 @@
 #include <functional>
 #include <future>
 #include <string_view>
+#include <system_error>
 
 #include "EventArguments.h"
 
@@ -264,6 +265,8 @@ Json raiseEvent(const EventTargets& targets, const Json& event)
     std::future<void> done;
     try {
         done = targets.platform.runOnPlatformThread(raise);
+    } catch (const std::system_error&) {
+        throw; // no thread left: that says nothing of who has registered
     } catch (const std::runtime_error& stopped) {
         throw NobodyRegistered{fmt::format("{}: {}", known.name, stopped.what())};
     }

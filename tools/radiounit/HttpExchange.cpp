@@ -151,6 +151,8 @@ void HttpExchange::answer(httplib::Response& response, const httplib::Request& r
         m_afterwards = std::move(call.afterwards);
     } catch (const HttpError& error) {
         refuse(response, error.status, error.what());
+    } catch (const WorkerPool::TooManyWaiting& error) {
+        refuse(response, httpUnavailable, error.what());
     } catch (const std::exception& error) {
         refuse(response, httpInternalError, error.what());
     }

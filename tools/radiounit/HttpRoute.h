@@ -19,6 +19,7 @@ inline constexpr int httpBadRequest = 400;
 inline constexpr int httpNotFound = 404;
 inline constexpr int httpWrongMethod = 405;
 inline constexpr int httpConflict = 409;
+inline constexpr int httpUnavailable = 503;
 inline constexpr int httpTooLarge = 413;
 inline constexpr int httpMisdirected = 421;
 inline constexpr int httpInternalError = 500;

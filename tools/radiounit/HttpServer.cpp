@@ -65,8 +65,12 @@ void HttpServer::serve(int descriptor)
 {
     std::function<void()> afterwards;
     {
-        HttpStream stream{descriptor, patience, headerAllowance + HttpExchange::bodyLimit};
-        afterwards = HttpExchange{m_routes, m_hosts}.run(stream);
+        HttpStream stream{descriptor, patience, headerAllowance + HttpExchange::bodyLimit, m_workers, m_stopping};
+        try {
+            afterwards = HttpExchange{m_routes, m_hosts}.run(stream);
+        } catch (const WorkerPool::TooManyWaiting&) {
+            // A slow client more than can be waited for: its connection goes.
+        }
     }
     {
         const std::lock_guard lock{m_mutex};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <asio/ip/tcp.hpp>
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -44,9 +45,9 @@ private:
     const std::vector<HttpRoute> m_routes;
     const HostCheck m_hosts;
 
-    std::mutex m_mutex;          ///< guards the two members below, and that nobody touches a closed descriptor
-    std::set<int> m_descriptors; ///< of the connections whose request is in hand
-    bool m_stopping = false;
+    std::mutex m_mutex;                   ///< guards the two members below, and that nobody touches a closed descriptor
+    std::set<int> m_descriptors;          ///< of the connections whose request is in hand
+    std::atomic<bool> m_stopping = false; ///< set under the mutex, read without it
 
     WorkerPool m_workers;
 };

@@ -17,20 +17,41 @@ using Clock = std::chrono::steady_clock;
 /// How long a refused client may go on sending before the connection is closed under it. Our own choice.
 constexpr std::chrono::seconds leaveTaking{2};
 
+/// How long a client is waited for when the unit stops, and how often a wait looks whether it does. Our own choices.
+constexpr std::chrono::milliseconds lastPatience{500};
+constexpr std::chrono::milliseconds lookRoundEvery{100};
+
 } // namespace
 
-HttpStream::HttpStream(int descriptor, std::chrono::milliseconds patience, std::size_t byteLimit)
-    : m_descriptor{descriptor}, m_patience{patience}, m_deadline{Clock::now() + patience}, m_bytesLeft{byteLimit}
+HttpStream::HttpStream(int descriptor, std::chrono::milliseconds patience, std::size_t byteLimit, WorkerPool& workers,
+                       const std::atomic<bool>& hurrying)
+    : m_descriptor{descriptor},
+      m_patience{patience},
+      m_deadline{Clock::now() + patience},
+      m_bytesLeft{byteLimit},
+      m_workers{workers},
+      m_hurrying{hurrying}
 {
 }
 
 bool HttpStream::await(short events) const
 {
+    pollfd entry{m_descriptor, events, 0};
+    if (poll(&entry, 1, 0) > 0) {
+        return true;
+    }
+    const WorkerPool::Waiting waiting{m_workers};
+    bool hurried = false;
     for (;;) {
+        if (m_hurrying && !hurried) {
+            hurried = true;
+            m_deadline = std::min(m_deadline, Clock::now() + lastPatience);
+        }
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
-        pollfd entry{m_descriptor, events, 0};
-        const int ready = left.count() > 0 ? poll(&entry, 1, static_cast<int>(left.count())) : 0;
-        if (ready >= 0 || errno != EINTR) {
+        const int ready =
+            left.count() > 0 ? poll(&entry, 1, static_cast<int>(std::min(left, lookRoundEvery).count())) : 0;
+        const bool goesOn = ready == 0 ? left.count() > 0 : errno == EINTR;
+        if (ready > 0 || !goesOn) {
             return ready > 0;
         }
     }

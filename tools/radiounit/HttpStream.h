@@ -1,8 +1,11 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <httplib.h>
+
+#include "WorkerPool.h"
 
 namespace radiounit {
 
@@ -10,7 +13,10 @@ namespace radiounit {
 /// trickles in cannot hold a thread for long.
 class HttpStream : public httplib::Stream {
 public:
-    HttpStream(int descriptor, std::chrono::milliseconds patience, std::size_t byteLimit);
+    /// @param workers  told while a client is waited for
+    /// @param hurrying set when a client that does not take its answer is to be given up soon
+    HttpStream(int descriptor, std::chrono::milliseconds patience, std::size_t byteLimit, WorkerPool& workers,
+               const std::atomic<bool>& hurrying);
 
     bool is_readable() const override;
     bool is_writable() const override;
@@ -30,6 +36,8 @@ private:
     std::chrono::milliseconds m_patience;
     mutable std::chrono::steady_clock::time_point m_deadline;
     std::size_t m_bytesLeft;
+    WorkerPool& m_workers;
+    const std::atomic<bool>& m_hurrying;
     std::array<char, 4096> m_buffer{};
     std::size_t m_read = 0;
     std::size_t m_filled = 0;

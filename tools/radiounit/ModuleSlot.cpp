@@ -17,6 +17,12 @@ void ModuleSlot::close()
     m_changed.notify_all();
 }
 
+bool ModuleSlot::settled()
+{
+    const std::lock_guard lock{m_mutex};
+    return m_module != nullptr || m_closed;
+}
+
 ModuleSlot::Initialised ModuleSlot::await()
 {
     std::unique_lock lock{m_mutex};

@@ -25,6 +25,9 @@ public:
     /// The module is going, or will never come. Who has it already must let go of it by other means.
     void close();
 
+    /// Whether `await` has nothing to wait for.
+    bool settled();
+
     /// Waits while the unit still starts.
     /// @throws NeverCame after `close`
     Initialised await();

@@ -1,7 +1,8 @@
 #include "WorkerPool.h"
 
-#include <algorithm>
+#include <fmt/format.h>
 #include <pthread.h>
+#include <system_error>
 
 namespace radiounit {
 
@@ -15,12 +16,16 @@ void WorkerPool::run(std::function<void()> job)
 
 void WorkerPool::startWhereNeeded()
 {
-    const std::size_t allowed = std::min(m_workers + m_waiting, threadLimit);
-    if (m_idle < m_jobs.size() && m_threads.size() < allowed && !m_finishing) {
+    if (m_idle >= m_jobs.size() || m_threads.size() >= m_workers + m_waiting || m_finishing) {
+        return;
+    }
+    try {
         m_threads.emplace_back([this] {
             pthread_setname_np(pthread_self(), "control");
             work();
         });
+    } catch (const std::system_error&) {
+        // The machine has no thread left: the job waits for one of those that there are.
     }
 }
 
@@ -59,6 +64,10 @@ void WorkerPool::finish()
 WorkerPool::Waiting::Waiting(WorkerPool& pool) : m_pool{pool}
 {
     const std::lock_guard lock{m_pool.m_mutex};
+    if (m_pool.m_workers + m_pool.m_waiting >= threadLimit) {
+        throw TooManyWaiting{
+            fmt::format("{} requests are waiting already; try again when some of them are through", m_pool.m_waiting)};
+    }
     ++m_pool.m_waiting;
     m_pool.startWhereNeeded();
 }

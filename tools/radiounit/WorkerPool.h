@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -24,9 +25,15 @@ public:
     /// Returns when all jobs are done; none may come in any more.
     void finish();
 
+    /// Thrown where so many jobs wait already that one more would hold up those that do not.
+    struct TooManyWaiting : std::runtime_error {
+        using std::runtime_error::runtime_error;
+    };
+
     /// Lives in a job while it waits.
     class Waiting {
     public:
+        /// @throws TooManyWaiting
         explicit Waiting(WorkerPool& pool);
         Waiting(const Waiting&) = delete;
         Waiting& operator=(const Waiting&) = delete;
