@@ -71,7 +71,9 @@ inline void copySwapped(char* destination, const char* source, std::size_t size)
 {
     static_assert(N == 1 || N == 2 || N == 4, "the wire carries integers of 1, 2 and 4 bytes only");
     if constexpr (N == 1 || !is_little_endian()) {
-        std::memmove(destination, source, size);
+        if (destination != source) {
+            std::memcpy(destination, source, size); // a size known to the compiler costs no call, as a move would
+        }
     } else {
         using Word = std::conditional_t<N == 2, std::uint16_t, std::uint32_t>;
         for (; hasVectorUnit && size >= chunkSize; size -= chunkSize, destination += chunkSize, source += chunkSize) {
