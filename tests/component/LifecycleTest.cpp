@@ -22,16 +22,20 @@ std::string lookup(const std::string& name)
     return "InterfaceBroker.lookup(" + name + ")";
 }
 
-/// What the unit's parts look up and register first, the model's channels before the equipment's.
-std::vector<std::string> startOfInitialisation(int modelChannels, int equipmentChannels)
+/// What the module's parts look up and register, part by part.
+/// @param channels          channels of the model and of most handlers
+/// @param equipmentChannels channels of the equipment handler
+std::vector<std::string> initialisation(int channels, int equipmentChannels)
 {
     std::vector<std::string> calls{lookup("IHardwareConfigurationHandler")};
-    for (int ct = 1; ct <= modelChannels; ++ct) {
-        for (const char* name :
-             {"IAcmHandler_", "ISystemPowerController_", "IFrequencyController_", "IOutputPowerCalculator_"}) {
-            calls.push_back(lookup(name + std::to_string(ct)));
+    const auto lookUpOfChannels = [&calls, channels](std::initializer_list<const char*> names) {
+        for (int ct = 1; ct <= channels; ++ct) {
+            for (const char* name : names) {
+                calls.push_back(lookup(name + std::to_string(ct)));
+            }
         }
-    }
+    };
+    lookUpOfChannels({"IAcmHandler_", "ISystemPowerController_", "IFrequencyController_", "IOutputPowerCalculator_"});
     for (const char* name : {"IAlarmHandler", "ITrafHandler", "IHardwareConfigurationHandler", "IRlbspKroApi"}) {
         calls.push_back(lookup(name));
     }
@@ -44,13 +48,11 @@ std::vector<std::string> startOfInitialisation(int modelChannels, int equipmentC
             calls.push_back(lookup(name + ct));
         }
     }
-    return calls;
-}
-
-/// @return as many of the calls as are expected
-std::vector<std::string> beginning(std::vector<std::string> calls, const std::vector<std::string>& expected)
-{
-    calls.resize(std::min(calls.size(), expected.size()));
+    lookUpOfChannels({"IIfLoopDriver_", "IRadio_", "ISystemPowerController_"});
+    calls.push_back(lookup("ITrafHandler"));
+    lookUpOfChannels({"IRadio_", "ISystemPowerController_", "IOutputPowerCalculator_", "ITapsController_"});
+    calls.push_back(lookup("IAlarmHandler"));
+    calls.emplace_back("IAlarmHandler.registerFaultCallback(true)");
     return calls;
 }
 
@@ -61,9 +63,9 @@ TEST_F(Lifecycle, StartsTheLinkThenRegistersThenLooksUp)
                                       "thread_utilities.setScheduling(2, 30)",
                                       "thread_utilities.setName(dm-vornipc-t-rx)",
                                       "CModuleManager.RegisterModule(113000, VornipcAdapter, 100, 0, [11])"};
-    const auto initialisation = startOfInitialisation(2, 2);
-    expected.insert(expected.end(), initialisation.begin(), initialisation.end());
-    EXPECT_EQ(beginning(newCalls(true), expected), expected);
+    const auto partByPart = initialisation(2, 2);
+    expected.insert(expected.end(), partByPart.begin(), partByPart.end());
+    EXPECT_EQ(newCalls(true), expected);
     EXPECT_EQ(newTrace(), (std::vector<std::string>{"4 VornipcMessageHandler: Initialize with mmuip 127.0.0.1",
                                                     "3 startReadThread: Created VORNIPC thread dm-vornipc-t-rx (T)"}));
     EXPECT_EQ(module()->linkFacts().reader, VornipcLinkFacts::Reader::running);
@@ -79,18 +81,22 @@ TEST_F(Lifecycle, ServesOneOrTwoChannels)
 {
     const struct {
         unsigned char count;
-        int modelChannels;
+        int channels;
         int equipmentChannels;
     } cases[] = {{0, 0, 0}, {1, 1, 1}, {2, 2, 2}, {3, 2, 0}, {255, 2, 0}};
-    for (const auto& [count, modelChannels, equipmentChannels] : cases) {
+    for (const auto& [count, channels, equipmentChannels] : cases) {
         SCOPED_TRACE(static_cast<int>(count));
         start({.moduleChannels = count});
-        const auto expected = startOfInitialisation(modelChannels, equipmentChannels);
         auto calls = newCalls();
         calls.erase(calls.begin(), std::find(calls.begin(), calls.end(), lookup("IHardwareConfigurationHandler")));
-        EXPECT_EQ(beginning(calls, expected), expected);
-        EXPECT_EQ(std::count(calls.begin(), calls.end(), "IRadio_1.registerCallback(1, true)"), equipmentChannels > 0);
-        EXPECT_EQ(std::count(calls.begin(), calls.end(), "IRadio_2.registerCallback(2, true)"), equipmentChannels > 1);
+        EXPECT_EQ(calls, initialisation(channels, equipmentChannels));
+        std::vector<std::string> tooMany;
+        for (const std::string name :
+             {"TrafficHandler", "PowerControlHandler", "AlarmSignalHandler", "DevPsRlpsHandler"}) {
+            tooMany.push_back("1 " + name + ": " + name + "(): Number of channels " + std::to_string(count) +
+                              " is larger than maximum number of channels 2");
+        }
+        EXPECT_EQ(errors(), count > 2 ? tooMany : std::vector<std::string>{});
 
         EXPECT_EQ(module()->linkFacts().channels, count);
         deliver(selfTest(1, 0x26));
@@ -111,32 +117,36 @@ TEST_F(Lifecycle, ServesOneOrTwoChannels)
 TEST_F(Lifecycle, AMissingInterfaceIsNamedAtStart)
 {
     const std::string inModel = "1 onModuleInit: onModuleInit():  Error getting interface to ";
+    const std::string named = "1 onModuleInit: onModuleInit(): Error getting interface to ";
     const std::string plain = "1 onModuleInit: Error getting interface to ";
     const std::string withBlank = "1 onModuleInit:  Error getting interface to ";
     const struct {
         std::string missing;
-        std::vector<std::string> errors;
+        std::vector<std::string> errors; ///< begin of each line, in the order of the parts
     } cases[] = {
-        {"IAlarmHandler", {withBlank + "IAlarmHandler"}},
-        {"ITrafHandler", {"1 onModuleInit: failed to get interface toITrafHandler"}},
-        {"IHardwareConfigurationHandler",
-         {inModel + "IHardwareConfigurationHandler", plain + "IHardwareConfigurationHandler"}},
-        {"IRlbspKroApi", {"1 onModuleInit:  failed to get interface toIRlbspKroApi"}},
-        {"IRadio_1", {withBlank + "IRadio_1"}},
-        {"IRadio_2", {withBlank + "IRadio_2"}},
-        {"IRadioCapability_2", {withBlank + "IRadioCapability_2"}},
-        {"IDspApi_1", {withBlank + "IDspApi_1"}},
-        {"IAcmHandler_2",
-         {"1 onModuleInit: onModuleInit(): Error getting interface to IAcmHandler_2", plain + "IAcmHandler_2"}},
-        {"ISystemPowerController_1", {inModel + "ISystemPowerController_1"}},
-        {"IFrequencyController_2", {inModel + "IFrequencyController_2"}},
-        {"IOutputPowerCalculator_1", {inModel + "IOutputPowerCalculator_1"}},
+        {"IAlarmHandler", {withBlank, named}},
+        {"ITrafHandler",
+         {"1 onModuleInit: failed to get interface to", "1 onModuleInit: onModuleInit(): failed to get interface to"}},
+        {"IHardwareConfigurationHandler", {inModel, plain}},
+        {"IRlbspKroApi", {"1 onModuleInit:  failed to get interface to"}},
+        {"IRadio_1", {withBlank, named, named}},
+        {"IRadio_2", {withBlank, named, named}},
+        {"IRadioCapability_2", {withBlank}},
+        {"IDspApi_1", {withBlank}},
+        {"IAcmHandler_2", {named, plain}},
+        {"ISystemPowerController_1", {inModel, named, named}},
+        {"IFrequencyController_2", {inModel}},
+        {"IOutputPowerCalculator_1", {inModel, named}},
+        {"IIfLoopDriver_2", {named}},
+        {"ITapsController_1", {named}},
     };
-    for (const auto& [missing, expected] : cases) {
+    for (auto [missing, expected] : cases) {
         SCOPED_TRACE(missing);
         start({.state = R"({"interfaces":{")" + missing + R"(":false}})"});
-        // The areas behind the equipment look some of these up, too, and say so behind these lines.
-        EXPECT_EQ(beginning(errors(), expected), expected);
+        for (std::string& line : expected) {
+            line += missing;
+        }
+        EXPECT_EQ(errors(), expected);
         EXPECT_TRUE(answersSelfTest());
     }
 }
@@ -290,9 +300,11 @@ TEST_F(Lifecycle, IsDestroyedInAStormOfBuffersAndCallbacks)
     repeat([&] { platform.radioDown(1); });
     repeat([&] { platform.radioCapabilitiesAvailable(2); });
     repeat([&] { platform.bpmCommand({1, 2, 3}); });
+    repeat([&] { platform.fault(4, 1, true); });
     for (int i = 0; i < 2; ++i) {
         repeat([&] { deliver(mmuState(1)); });
         repeat([&] { deliver(selfTest(1, 0x26)); });
+        repeat([&] { deliver("00700066" + head(1) + words(400, 2, 3, 400)); });
     }
     EXPECT_TRUE(comesTrue([&] { return answered > 300; })) << "the node's and the radios' messages get through";
     module().destroy();
@@ -306,5 +318,43 @@ TEST_F(Lifecycle, IsDestroyedInAStormOfBuffersAndCallbacks)
     EXPECT_EQ(answered, answers) << "nothing is sent after destruction";
     platform.driver().setTransmitter({});
 }
+
+/// A part of the thousand lives that a process may see.
+class ManyLives : public ModuleTest, public testing::WithParamInterface<int> {};
+
+TEST_P(ManyLives, StartAndStopWithAndWithoutTraffic)
+{
+    constexpr int lives = 250;
+    for (int life = 0; life < lives; ++life) {
+        startInService(0x26, {.traceLevel = 1});
+        std::vector<std::thread> traffic;
+        std::atomic<bool> over = false;
+        if (life % 5 == GetParam()) {
+            traffic.emplace_back([&] {
+                while (!over) {
+                    deliver(mmuState(1));
+                    deliver("00300031" + head(1) + words(0, 0, 0, -30, 1, 2));
+                }
+            });
+            traffic.emplace_back([&] {
+                while (!over) {
+                    platform.radioUp(2);
+                    platform.fault(4, 1, true);
+                }
+            });
+        } else {
+            ASSERT_TRUE(answersSelfTest());
+        }
+        module().destroy();
+        over = true;
+        for (std::thread& thread : traffic) {
+            thread.join();
+        }
+        stop();
+        ASSERT_FALSE(LoadedModule::libraryIsLoaded());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Processes, ManyLives, testing::Range(0, 4));
 
 } // namespace

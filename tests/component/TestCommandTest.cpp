@@ -1,0 +1,48 @@
+#include "support/ModuleTest.h"
+
+namespace {
+
+class TestCommand : public ModuleTest {};
+
+TEST_F(TestCommand, FramesOfTheRadioGoToTheNodeAsTheyStand)
+{
+    startInService();
+    VornipcTestCommandFrame frame;
+    frame.length = -4; // not compared with anything
+    frame.slot = 2;
+    frame.source = 0xfffffffd;
+    frame.dest = 4;
+    frame.tmt = 5;
+    frame.operation = 6;
+    frame.direction = 7;
+    frame.jobId = 8;
+    frame.data.fill(0xCD);
+    const auto tell = [&](std::uint32_t channel) {
+        return [&, channel] { module()->notifyTestCommandTx(EChannelSelector{channel}, frame); };
+    };
+    const auto message = [](std::int64_t number, std::int64_t channel) {
+        return toNode("00800002") + spontaneousHead(number, channel, 0) + words(-4, 2, -3, 4, 5, 6, 7, 8) +
+               repeated(0xCD, 556);
+    };
+    expectOutcome("channel 2", tell(2),
+                  {message(0, 2), "5 notifyTestCommandTx: notifyTestCommandTx() called",
+                   "6 notifyTestCommandTx: Sending spontaneous message: TestCommandTxIPC"});
+    for (const std::uint32_t channel : {0U, 3U, 4294967295U}) {
+        expectOutcome("wrong channel", tell(channel),
+                      {"1 notifyTestCommandTx: notifyTestCommandTx(): channelId = " + std::to_string(channel) +
+                       " is out of range"});
+    }
+    expectOutcome("a refused one uses no number", tell(1), {message(1, 1)});
+}
+
+TEST_F(TestCommand, FramesOfTheNodeAreTraced)
+{
+    startInService();
+    const Exchange frame{"frame",
+                         "00800001" + head(1) + words(4, 2, 3, 4, 5, 6, 7, 8) + repeated(0xCD, 556),
+                         {"5 onTestCommandRx: onTestCommandRx() called (id: 0x800001)",
+                          "6 onTestCommandRx: Received: TestCommandRxIPC", "6 onTestCommandRx: No response"}};
+    runAll({&frame, 1});
+}
+
+} // namespace
