@@ -2,6 +2,10 @@
 #include "support/ModuleTest.h"
 
 #include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <map>
+#include <random>
 #include <set>
 
 namespace {
@@ -13,9 +17,10 @@ protected:
 
     static constexpr std::int64_t failure = 0x8000;
 
-    /// Delivers every message with default contents for a channel and checks that those that are to be answered are.
+    /// Delivers every message for a channel and checks that those that are to be answered are.
     void deliverCatalogue(std::uint32_t ct)
     {
+        keepRadioUp();
         for (const MessageDefinition& definition : messageCatalogue()) {
             if (definition.direction != MessageDirection::out) {
                 SCOPED_TRACE(definition.name);
@@ -51,13 +56,56 @@ protected:
         return digits.substr(digits.find_first_not_of('0'));
     }
 
-    static std::string bufferOf(const MessageDefinition& definition, std::uint32_t ct)
+    /// A message with a body that gets as far into the platform as it can.
+    std::string bufferOf(const MessageDefinition& definition, std::uint32_t ct)
     {
+        const std::string body = definition.header == MessageHeader::ps ? words(ct, 1, 1) : bodyOf(definition.name);
+        const std::size_t bodySize = definition.size - 24;
+        const std::string padded = (body + zeros(bodySize)).substr(0, 2 * bodySize);
         if (definition.header == MessageHeader::ps) {
-            return "01 02 03 10 05 06 0007 01 02 0040 00 00 00 00 0008 000c" + word(definition.id) + word(ct) +
-                   zeros(definition.size - 28);
+            return "01 02 03 10 05 03 0007 01 02 0040 00 00 00 00 0008 000c" + word(definition.id) + padded;
         }
-        return word(definition.id) + head(ct) + zeros(definition.size - 24);
+        return word(definition.id) + head(ct) + padded;
+    }
+
+    std::string bodyOf(const std::string& name)
+    {
+        const std::map<std::string, std::string> acting{
+            {"ADSSelftestReqIPC", words(1, 0, 0, 0, 0, 0, 0x26)},
+            {"MMUStateIPC", words(1)},
+            {"RAUStateIPC", words(1)},
+            {"TermStateIPC", words(1)},
+            {"RAURestartReqIPC", words(1)},
+            {"SetRAUIndexCapabilitiesReqIPC", words(1)},
+            {"SetRfPowerReqIPC", words(0, 10, -40, -30)},
+            {"SetRfPowerV2ReqIPC", words(0, 10, -40, -30, 1)},
+            {"SetRfPowerV3ReqIPC", words(0, 10, -40, -30, 1, 2)},
+            {"SetIfLoopStatusReqIPC", words(2)},
+            {"SetMLMReqIPC", words(1)},
+            {"SetXfRFIfStatusReqIPC", words(m_step, 2, m_step % 2 == 0 ? 2 : 3, m_step)},
+        };
+        ++m_step; // another frequency, another loop state each time
+        const auto found = acting.find(name);
+        return found != acting.end() ? found->second : "";
+    }
+
+    /// A restart is accepted, but the radio stays where it is: its callbacks would come in between.
+    void keepRadioUp()
+    {
+        for (const char* restart : {"IRadio_1.restart", "IRadio_2.restart"}) {
+            if (!platform.state()["results"].contains(restart)) {
+                platform.patchState({{"results", {{restart, 0}}}});
+            }
+        }
+    }
+
+    /// Everything that the module wants of a channel before it configures it.
+    void configureChannels()
+    {
+        for (const int index : {0, 1}) {
+            platform.radioUp(index + 1);
+            module()->setFrameFormat(index, 1, 2, 29, 4);
+        }
     }
 
     /// @return the operations that the catalogue has used so far, with a result that says that they failed
@@ -73,16 +121,19 @@ protected:
         }
         return used;
     }
+
+private:
+    std::int64_t m_step = 400;
 };
 
 TEST_F(MisuseMatrix, FailingOperations)
 {
     startInService(0x26, {.traceLevel = 5});
-    platform.radioUp(1);
-    platform.radioUp(2);
+    configureChannels();
     deliverCatalogue(1);
+    deliverCatalogue(1); // with the loop the other way
     const Operations operations = usedOperations();
-    EXPECT_GE(operations.size(), 12U);
+    EXPECT_EQ(operations.size(), 41U) << "all that have a result and serve the unit or channel 1, some of channel 2";
     for (const auto& [operation, result] : operations) {
         SCOPED_TRACE(operation + " fails");
         platform.patchState({{"results", {{operation, result}}}});
@@ -90,6 +141,112 @@ TEST_F(MisuseMatrix, FailingOperations)
         EXPECT_TRUE(answersSelfTest());
         endInjections();
     }
+}
+
+TEST_F(MisuseMatrix, SlowOperationsWhileMessagesQueue)
+{
+    startInService(0x26, {.traceLevel = 5});
+    configureChannels();
+    deliverCatalogue(1);
+    for (const auto& [operation, result] : usedOperations()) {
+        platform.patchState({{"delaysMs", {{operation, 2}}}});
+    }
+    std::vector<std::thread> nodes;
+    for (const std::uint32_t ct : {1U, 2U}) {
+        std::vector<std::pair<std::string, unsigned>> buffers;
+        for (const MessageDefinition& definition : messageCatalogue()) {
+            if (definition.direction != MessageDirection::out) {
+                buffers.emplace_back(bufferOf(definition, ct), definition.header == MessageHeader::ps ? 1 : 0);
+            }
+        }
+        nodes.emplace_back([this, buffers] {
+            for (const auto& [buffer, device] : buffers) {
+                EXPECT_TRUE(deliver(buffer, device));
+            }
+        });
+    }
+    for (std::thread& node : nodes) {
+        node.join();
+    }
+    EXPECT_TRUE(answersSelfTest());
+}
+
+TEST_F(MisuseMatrix, RadiosStormWhileTheNodeChangesTheUnitsState)
+{
+    startInService(0x26, {.traceLevel = 1});
+    std::atomic<bool> over = false;
+    std::vector<std::thread> radios;
+    for (const int ct : {1, 1, 2, 2}) {
+        radios.emplace_back([this, ct, &over] {
+            while (!over) {
+                platform.radioUp(ct);
+                platform.radioCapabilitiesAvailable(ct);
+                platform.radioDown(ct);
+            }
+        });
+    }
+    for (int i = 0; i < 100; ++i) {
+        deliver(mmuState(i % 2 == 0 ? 3 : 1));
+        deliver("00300021" + head(1));
+    }
+    over = true;
+    for (std::thread& radio : radios) {
+        radio.join();
+    }
+    EXPECT_TRUE(answersSelfTest());
+    platform.radioUp(1);
+    platform.radioUp(2);
+    deliver(mmuState(1));
+    settle();
+    newlySent();
+    deliver(mmuState(1));
+    settle();
+    std::size_t detected = 0;
+    for (const std::string& buffer : newlySent()) {
+        detected += buffer.starts_with(toNode("00200131")) ? 1U : 0U;
+    }
+    EXPECT_EQ(detected, 2U) << "both radios, in whichever state the storm left them";
+}
+
+TEST_F(MisuseMatrix, RandomBodies)
+{
+    startInService(0x26, {.traceLevel = 1});
+    configureChannels();
+    keepRadioUp();
+    std::mt19937 random(20250101); // the same numbers in every run
+    const std::int64_t edges[] = {0, 1, 2, 3, 24, 0x7fffffff, 0x80000000, 0xffffffff};
+    for (int round = 0; round < 20; ++round) {
+        for (const MessageDefinition& definition : messageCatalogue()) {
+            const bool isPs = definition.header == MessageHeader::ps;
+            std::string buffer = isPs ? "01 02 03 10 05 03 0007 01 02 0040 00 00 00 00 0008 000c" + word(definition.id)
+                                      : word(definition.id) + head(edges[random() % std::size(edges)]);
+            for (std::size_t i = 24; i < definition.size; i += 4) {
+                buffer += word(random() % 2 == 0 ? edges[random() % std::size(edges)]
+                                                 : std::int64_t{static_cast<std::uint32_t>(random())});
+            }
+            ASSERT_TRUE(deliver(buffer, isPs ? 1 : 0));
+        }
+        ASSERT_TRUE(answersSelfTest());
+    }
+}
+
+/// What the module registers, and what the protocol has: the same, but for what this radio does not receive.
+TEST_F(MisuseMatrix, EveryMessageOfTheNodeHasItsHandler)
+{
+    startInService(0x26, {.traceLevel = 5});
+    configureChannels();
+    std::set<std::string> unhandled;
+    for (const MessageDefinition& definition : messageCatalogue()) {
+        newTrace();
+        deliver(bufferOf(definition, 1), definition.header == MessageHeader::ps ? 1 : 0);
+        settle();
+        const std::string noHandler = "5 onMessageReceived: *********** No handler found for id " + hexId(definition);
+        const bool isHandled = newTrace({noHandler}) != std::vector{noHandler};
+        if (definition.direction != MessageDirection::out && !isHandled) {
+            unhandled.insert(definition.name);
+        }
+    }
+    EXPECT_EQ(unhandled, (std::set<std::string>{"HccTxIPC", "HopTxIPC"}));
 }
 
 TEST_F(MisuseMatrix, MissingInterfacesAndWrongChannels)
@@ -100,8 +257,7 @@ TEST_F(MisuseMatrix, MissingInterfacesAndWrongChannels)
     for (const auto& [interface, present] : interfaces.items()) {
         SCOPED_TRACE("without " + interface);
         startInService(0x26, {.state = R"({"interfaces":{")" + interface + R"(":false}})", .traceLevel = 5});
-        platform.radioUp(1);
-        platform.radioUp(2);
+        configureChannels();
         for (const std::uint32_t ct : {1U, 2U, 0U, 3U, 4294967295U}) {
             deliverCatalogue(ct);
         }
