@@ -132,7 +132,7 @@ TEST(NodectlBuffers, DecodesABuffer)
          resultJson,
          ""},
         {"an id of the other direction is found too", {"--from", "node", result}, "", 0, resultJson, ""},
-        {"device 10 carries ordinary messages", {"--device", "10", "--from", "node", result}, "", 0, resultJson, ""},
+        {"device 10 of the unit carries ordinary messages", {"--device", "10", result}, "", 0, resultJson, ""},
         {"a group by the way it goes: to the node",
          {"--device", "1", ps},
          "",
@@ -223,7 +223,11 @@ TEST(NodectlCatalogue, DescribesFieldsWithOffsetAndType)
     EXPECT_EQ(text["fields"].back().dump(), R"({"name":"printText","offset":32,"type":"u8","count":160})");
 
     EXPECT_THAT(nodectl({"describe", "HandleContinuousWaveGroupReqIPC"}).out,
-                HasSubstr("     6  u16       PsSignalHeader.seqNo"));
+                HasSubstr("     6  u16       PsSignalHeader.seqNo\n"));
+    EXPECT_THAT(nodectl({"describe", "GetIfOperStatusResIPC"}).out,
+                HasSubstr("    28  u32       eIfOperStatus, default 4\n"));
+    EXPECT_THAT(nodectl({"describe", "GetRfPowerResIPC"}).out,
+                HasSubstr("    28  i32       getRfPower.RfCurrentInputPower, dBm/10\n"));
 }
 
 TEST(NodectlMisuse, EndsWithAClearErrorAndNothingOnStandardOutput)

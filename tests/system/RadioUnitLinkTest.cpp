@@ -106,6 +106,19 @@ TEST(RadioUnitLink, OutlivesNodesThatVanishInTheMiddle)
     EXPECT_TRUE(unit.waitFor("/api/module", [](const auto& module) { return module.at("nodes") == 0; }));
 }
 
+TEST(RadioUnitLink, AnswersANodeThatHasEndedItsDirection)
+{
+    const RunningUnit unit;
+    const Node node{unit.link()};
+    node.sendFrame(0, request(1));
+    node.sendFrame(0, request(2));
+    node.endSending();
+    expectAnswered(node, 1);
+    expectAnswered(node, 2);
+    EXPECT_TRUE(node.closedByPeer()) << "when there is nothing left to answer";
+    EXPECT_TRUE(unit.waitFor("/api/module", [](const auto& facts) { return facts["nodes"] == 0; }));
+}
+
 TEST(RadioUnitLink, SendsEveryBufferToEveryNodeInTheSameOrder)
 {
     const RunningUnit unit;

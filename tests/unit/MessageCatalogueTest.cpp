@@ -7,6 +7,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include "AlarmMessages.h"
+#include "FieldUnits.h"
 
 namespace {
 
@@ -460,6 +462,19 @@ TEST(MessageCatalogue, FieldsLieAtTheirOffsets)
         EXPECT_EQ(found.offset(), 24 + bodyOffset);
         EXPECT_EQ(found.type(), type);
         EXPECT_EQ(found.count().value_or(0), count);
+    }
+}
+
+TEST(MessageCatalogue, UnitsBelongToFieldsThatThereAre)
+{
+    std::set<std::string> names;
+    for (const MessageDefinition& definition : messageCatalogue()) {
+        for (const MessageField& field : definition.create()->fields()) {
+            names.insert(field.name().substr(field.name().rfind('.') + 1));
+        }
+    }
+    for (const FieldUnit& row : fieldUnits()) {
+        EXPECT_TRUE(names.contains(std::string(row.field))) << row.field;
     }
 }
 

@@ -59,7 +59,6 @@ TEST_F(SimulatedPlatformState, RefusesWhatDoesNotFitAndNamesPathAndRemedy)
         {R"({"interfaces": {"IRadio_3": false}})", "interfaces.IRadio_3", R"("IRadio_1")"},
         {R"({"hits": {}})", "hits", "read only"},
         {R"({"results": 1})", "results", "object"},
-        {R"({"results": null})", "results", "object"},
         {R"({"results": {"IRadio_1.setRFloop": 1}})", "results.IRadio_1.setRFloop", R"("IRadio_1.setRfLoop")"},
         {R"({"results": {"IRadio_1.setRFloop": null}})", "results.IRadio_1.setRFloop", R"("IRadio_1.setRfLoop")"},
         {R"({"results": {"IRadio_1.setActive": 0}})", "results.IRadio_1.setActive", "returns nothing"},
@@ -117,6 +116,9 @@ TEST_F(SimulatedPlatformState, TakesValuesUpToTheirLimits)
          4294967295U},
         {R"({"results": {"ITrafHandler.enableTraffic": null}})", "/results", Json::object()},
         {R"({"results": {"IRadio_1.restart": null}})", "/results", Json::object()},
+        {R"({"results": {"IRadio_1.restart": 1}})", "/results/IRadio_1.restart", 1},
+        {R"({"results": null})", "/results", Json::object()},
+        {R"({"delaysMs": null})", "/hits/delaysMs", Json::object()},
     };
     for (const Case& each : cases) {
         EXPECT_EQ(refusal(each.patch), "accepted") << each.patch;

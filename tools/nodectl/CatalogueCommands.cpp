@@ -28,11 +28,23 @@ std::string idText(const MessageDefinition& definition)
     return definition.header == MessageHeader::ps ? std::to_string(definition.id) : fmt::format("{:#x}", definition.id);
 }
 
+/// Whether a field that a body leaves out is something else than 0. Arrays are zeros.
+bool hasDefault(const MessageField& field)
+{
+    return !field.count() && field.value() != 0;
+}
+
 Json toJson(const MessageField& field)
 {
     Json json = {{"name", field.name()}, {"offset", field.offset()}, {"type", toString(field.type())}};
     if (field.count()) {
         json["count"] = *field.count();
+    }
+    if (!field.unit().empty()) {
+        json["unit"] = field.unit();
+    }
+    if (hasDefault(field)) {
+        json["default"] = field.value();
     }
     return json;
 }
@@ -75,9 +87,11 @@ void describe(const Options& options)
     print(fmt::format("{}  id {}, {}, {} bytes of header and body, {}", definition.name, idText(definition),
                       toString(definition.direction), definition.size,
                       definition.answer.empty() ? "no answer" : "answered with " + definition.answer));
-    print(fmt::format("{:>6}  {:<8}  {}", "offset", "type", "field"));
+    print(fmt::format("{:>6}  {:<8}  {}", "offset", "type", "field, unit, default where it is not 0"));
     for (const MessageField& field : message->fields()) {
-        print(fmt::format("{:>6}  {:<8}  {}", field.offset(), typeText(field), field.name()));
+        print(fmt::format("{:>6}  {:<8}  {}{}{}", field.offset(), typeText(field), field.name(),
+                          field.unit().empty() ? "" : fmt::format(", {}", field.unit()),
+                          hasDefault(field) ? fmt::format(", default {}", field.value()) : ""));
     }
 }
 

@@ -3,13 +3,17 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "Commands.h"
+#include "Completion.h"
 #include "Failure.h"
 #include "Output.h"
 #include "Suggestion.h"
@@ -85,9 +89,32 @@ public:
         encodeCommand.footer("With --json the printed form, with the buffer under \"hex\".");
         addDecode();
         addBringUp();
+        addCompletion();
     }
 
     CLI::App& app() { return m_app; }
+
+    /// What may stand in place of the last of the words that follow "nodectl".
+    std::vector<std::string> completions(const std::vector<std::string>& words) const
+    {
+        const std::string last = words.empty() ? "" : words.back();
+        const std::string before = words.size() > 1 ? words[words.size() - 2] : "";
+        std::vector<std::string> candidates = valuesOf(before);
+        if (candidates.empty() && !takesValue(before)) {
+            const std::vector<std::string> arguments = argumentsBefore(words);
+            if (last.starts_with('-')) {
+                candidates = namesOfOptions(arguments.empty() ? m_app : commandNamed(arguments.front()));
+            } else if (arguments.empty()) {
+                candidates = namesOfCommands();
+            } else if (arguments.size() == 1) {
+                candidates = valuesOf(arguments.front());
+            }
+        }
+        std::sort(candidates.begin(), candidates.end());
+        candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+        std::erase_if(candidates, [&last](const std::string& candidate) { return !candidate.starts_with(last); });
+        return candidates;
+    }
 
     /// What CLI11's error means to whoever typed the line.
     Failure failureFrom(const CLI::ParseError& error) const
@@ -182,6 +209,22 @@ private:
         addWait(command, "for an answer");
     }
 
+    void addCompletion()
+    {
+        addCommand("completion", "Print the script that completes this command line in a shell", completion)
+            .add_option_function<std::string>(
+                "SHELL",
+                [this](const std::string& shell) {
+                    if (shell != "bash" && shell != "zsh") {
+                        throw Failure(ExitCode::wrongUsage,
+                                      fmt::format("SHELL: {} is neither 'bash' nor 'zsh'", inQuotes(shell)));
+                    }
+                    m_options.shell = shell;
+                },
+                "bash or zsh: eval \"$(nodectl completion bash)\"")
+            ->required();
+    }
+
     void addMessage(CLI::App& command)
     {
         command.add_option("NAME", m_options.messageName, "Name of the message; 'nodectl list' shows all")->required();
@@ -241,6 +284,57 @@ private:
         return commands.empty() ? "a command is missing" : error.what();
     }
 
+    /// The words that may follow an option or a command.
+    static std::vector<std::string> valuesOf(const std::string& word)
+    {
+        if (word == "describe" || word == "send" || word == "encode" || word == "--until") {
+            std::vector<std::string> names;
+            for (const MessageDefinition& definition : messageCatalogue()) {
+                names.push_back(definition.name);
+            }
+            return names;
+        }
+        if (word == "--area") {
+            return areaNames();
+        }
+        if (word == "--from") {
+            return {"node", "unit"};
+        }
+        return word == "completion" ? std::vector<std::string>{"bash", "zsh"} : std::vector<std::string>{};
+    }
+
+    bool takesValue(const std::string& word) const
+    {
+        const auto commands = m_app.get_subcommands([](const CLI::App*) { return true; });
+        return word.starts_with('-') && std::any_of(commands.begin(), commands.end(), [&](const CLI::App* command) {
+                   for (const CLI::App* app : {command, &m_app}) {
+                       const CLI::Option* const option = app->get_option_no_throw(word);
+                       if (option != nullptr && option->get_expected_max() > 0) {
+                           return true;
+                       }
+                   }
+                   return false;
+               });
+    }
+
+    /// The words before the last that are neither options nor their values: the command, then its arguments.
+    std::vector<std::string> argumentsBefore(const std::vector<std::string>& words) const
+    {
+        std::vector<std::string> arguments;
+        for (std::size_t i = 0; i + 1 < words.size(); ++i) {
+            if (!words[i].starts_with('-') && (i == 0 || !takesValue(words[i - 1]))) {
+                arguments.push_back(words[i]);
+            }
+        }
+        return arguments;
+    }
+
+    const CLI::App& commandNamed(const std::string& name) const
+    {
+        const auto found = m_app.get_subcommands([&name](const CLI::App* app) { return app->get_name() == name; });
+        return found.empty() ? m_app : *found.front();
+    }
+
     std::vector<std::string> namesOfCommands() const
     {
         std::vector<std::string> names;
@@ -273,6 +367,12 @@ std::optional<Options> readCommandLine(int argc, const char* const* argv)
 {
     Options options;
     Syntax syntax(options);
+    if (argc > 1 && std::string_view(argv[1]) == "complete") { // asked by the shell, so its words are not looked at
+        for (const std::string& candidate : syntax.completions({argv + 2, argv + argc})) {
+            print(candidate);
+        }
+        return std::nullopt;
+    }
     try {
         syntax.app().parse(argc, argv);
     } catch (const CLI::CallForHelp&) {

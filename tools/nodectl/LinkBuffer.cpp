@@ -12,11 +12,13 @@ namespace nodectl {
 
 namespace {
 
-MessageHeader headerKindOf(std::uint32_t device)
+/// The node's device word reaches the unit as a flag: whatever is not 0 is the PS device.
+MessageHeader headerKindOf(std::uint32_t device, MessageDirection direction)
 {
     const auto id = static_cast<VornipcDeviceId>(device);
-    return id == VornipcDeviceId::ads || id == VornipcDeviceId::adsAlternate ? MessageHeader::signal
-                                                                             : MessageHeader::ps;
+    const bool isOrdinary =
+        id == VornipcDeviceId::ads || (id == VornipcDeviceId::adsAlternate && direction != MessageDirection::in);
+    return isOrdinary ? MessageHeader::signal : MessageHeader::ps;
 }
 
 const MessageDefinition& find(std::uint32_t id, MessageHeader header, MessageDirection direction)
@@ -114,7 +116,8 @@ std::size_t DecodedBuffer::surplus() const
 
 DecodedBuffer decodeBuffer(std::uint32_t device, std::string_view buffer, MessageDirection direction)
 {
-    return headerKindOf(device) == MessageHeader::ps ? readPs(buffer, direction) : readOrdinary(buffer, direction);
+    return headerKindOf(device, direction) == MessageHeader::ps ? readPs(buffer, direction)
+                                                                : readOrdinary(buffer, direction);
 }
 
 MessageField fieldNamed(AnyMessage& message, std::string_view name)

@@ -36,6 +36,8 @@ struct Options {
     std::uint32_t device = 0;
     std::string hex;
 
+    std::string shell; ///< completion
+
     // bringup
     std::uint32_t slot = 1;
     std::uint32_t sender = 1;

@@ -23,7 +23,7 @@ void LinkServer::add(asio::ip::tcp::socket socket)
         });
     {
         const std::lock_guard lock{m_mutex};
-        std::erase_if(m_connections, [](const auto& one) { return !one->isOpen(); });
+        std::erase_if(m_connections, [](const auto& one) { return one->isGone(); });
         m_connections.push_back(connection);
     }
     connection->start();

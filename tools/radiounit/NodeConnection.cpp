@@ -17,6 +17,9 @@ namespace {
 /// Bytes that the system may keep for a node on top of what waits here. Our own choice.
 constexpr int systemBuffer = 256 * 1024;
 
+/// How long a node that has ended its direction of the connection still hears answers to what it has sent. Our own choice.
+constexpr std::chrono::milliseconds answerTime{300};
+
 std::string nameOf(const asio::ip::tcp::socket& socket)
 {
     asio::error_code gone;
@@ -27,7 +30,10 @@ std::string nameOf(const asio::ip::tcp::socket& socket)
 } // namespace
 
 NodeConnection::NodeConnection(asio::ip::tcp::socket socket, Received received)
-    : m_socket{std::move(socket)}, m_received{std::move(received)}, m_peer{nameOf(m_socket)}
+    : m_socket{std::move(socket)},
+      m_leaveTimer{m_socket.get_executor()},
+      m_received{std::move(received)},
+      m_peer{nameOf(m_socket)}
 {
     asio::error_code ignored; // a node that has gone already shows when it is read
     m_socket.set_option(asio::ip::tcp::no_delay{true}, ignored);
@@ -65,7 +71,7 @@ void NodeConnection::readHeader()
 void NodeConnection::headerRead(const asio::error_code& error)
 {
     if (error) {
-        close();
+        error == asio::error::eof&& m_hasSent ? leave() : close();
         return;
     }
     const std::uint32_t length = bigEndianWord(m_header.data());
@@ -94,6 +100,7 @@ void NodeConnection::bodyRead(const asio::error_code& error)
         return;
     }
     m_inHand = true;
+    m_hasSent = true;
     m_received(shared_from_this(), std::move(m_frame));
     readHeader(); // notices meanwhile when the node hangs up
 }
@@ -104,7 +111,31 @@ void NodeConnection::delivered(Frame frame)
     m_frame = std::move(frame);
     if (m_announced && isOpen()) {
         readBody(*std::exchange(m_announced, std::nullopt));
+    } else if (!isOpen() && !isGone()) {
+        closeAfterAnswers();
     }
+}
+
+/// The node sends no more, as behind `nc -N`, but may still listen.
+void NodeConnection::leave()
+{
+    {
+        const std::lock_guard lock{m_mutex};
+        m_leaving = true;
+    }
+    if (!m_inHand) {
+        closeAfterAnswers();
+    }
+}
+
+void NodeConnection::closeAfterAnswers()
+{
+    m_leaveTimer.expires_after(answerTime);
+    m_leaveTimer.async_wait([self = shared_from_this()](asio::error_code error) {
+        if (!error) {
+            self->closeOnceSent();
+        }
+    });
 }
 
 bool NodeConnection::send(std::span<const char> bytes)
@@ -186,7 +217,13 @@ std::optional<std::size_t> NodeConnection::sendSome(std::span<const char> bytes)
 bool NodeConnection::isOpen() const
 {
     const std::lock_guard lock{m_mutex};
-    return m_open;
+    return m_open && !m_leaving;
+}
+
+bool NodeConnection::isGone() const
+{
+    const std::lock_guard lock{m_mutex};
+    return !m_open;
 }
 
 void NodeConnection::close()
@@ -214,6 +251,7 @@ void NodeConnection::endLocked()
 void NodeConnection::closeLocked()
 {
     m_open = false;
+    m_leaveTimer.cancel();
     asio::error_code ignored;
     m_socket.shutdown(asio::ip::tcp::socket::shutdown_both, ignored);
     m_socket.close(ignored);

@@ -120,6 +120,11 @@ bool Socket::closedByPeer(std::chrono::milliseconds howLong) const
     return false;
 }
 
+void Socket::endSending() const
+{
+    shutdown(m_descriptor, SHUT_WR);
+}
+
 void Socket::reset()
 {
     const linger atOnce{1, 0};

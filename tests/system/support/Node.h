@@ -32,6 +32,9 @@ public:
     /// Throws away what comes until the other side closes.
     bool closedByPeer(std::chrono::milliseconds howLong = patience) const;
 
+    /// Ends this side's direction, as behind `nc -N`.
+    void endSending() const;
+
     /// Ends the connection with a reset, as a crashed machine's successor would.
     void reset();
 

@@ -13,6 +13,7 @@
 #include "EquipmentMaintenanceMessages.h"
 #include "EquipmentMessages.h"
 #include "FieldLister.h"
+#include "FieldUnits.h"
 #include "MessagePrinter.h"
 #include "PowerControlMessages.h"
 #include "ProtectionMessages.h"
@@ -330,6 +331,11 @@ MessageField::MessageField(std::string name, FieldType type, std::size_t offset,
                            void* data)
     : m_name(std::move(name)), m_type(type), m_offset(offset), m_count(count), m_data(data)
 {
+}
+
+std::string_view MessageField::unit() const
+{
+    return unitOfField(m_name);
 }
 
 std::int64_t MessageField::minimum() const

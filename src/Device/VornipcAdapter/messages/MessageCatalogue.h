@@ -38,6 +38,7 @@ public:
     std::size_t offset() const { return m_offset; }              ///< bytes from the header's first byte
     std::optional<std::size_t> count() const { return m_count; } ///< elements of an array; empty for a single value
     std::size_t elements() const { return m_count.value_or(1); }
+    std::string_view unit() const;                                    ///< "dBm" and the like; empty for none
     std::size_t size() const { return elements() * widthOf(m_type); } ///< bytes on the wire
 
     std::int64_t minimum() const;
