@@ -83,6 +83,19 @@ bench: setup ## measure the optimised build
 	@build/release/bench/bench $(BENCH_ARGS)
 
 ##@ Around
-.PHONY: clean
+.PHONY: docs install clean
+docs: ## message catalogue and API documentation, in build/docs
+	@scripts/setup.sh base docs
+	$(call build,dev,cataloguedoc)
+	@mkdir -p build/docs
+	@build/dev/tools/cataloguedoc/cataloguedoc build/docs/messages.html
+	@doxygen docs/Doxyfile
+	@echo "build/docs/messages.html  every message: id, layout, who serves it"
+	@echo "build/docs/api/index.html the module and the platform's interfaces"
+
+install: build ## the module and its headers, to PREFIX (default build/install)
+	@cmake --install build/dev --prefix $(or $(PREFIX),build/install) >/dev/null
+	@echo "installed to $(or $(PREFIX),build/install)"
+
 clean: ## remove every build folder
 	@rm -rf build

@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
 # Installs the packages that a part of the work needs, and nothing that is there already.
-# usage: scripts/setup.sh [base] [lint] [arm]      (default: base)
+# usage: scripts/setup.sh [base] [lint] [docs] [arm]     (default: base)
 set -euo pipefail
 
 declare -A packages=(
     # build, demo, test, bench
-    [base]="cmake ninja-build g++ pkg-config binutils ca-certificates
+    [base]="cmake make ninja-build g++ pkg-config binutils ca-certificates
         libasio-dev libcpp-httplib-dev nlohmann-json3-dev libcli11-dev libfmt-dev libcereal-dev rapidjson-dev
         libgtest-dev libgmock-dev libbenchmark-dev curl jq"
     # the second compiler, the sanitizers' run-time for it, formatting and static checks
     [lint]="clang clang-tidy clang-format libclang-rt-14-dev"
+    # the pages of `make docs`
+    [docs]="doxygen"
     # 32-bit ARM: cross compiler, emulator, GoogleTest as sources
     [arm]="g++-arm-linux-gnueabihf libc6-dev-armhf-cross qemu-user googletest"
 )

@@ -13,7 +13,7 @@ public:
     virtual void radioUp(RadioChannel ct) = 0;
     virtual void radioDown(RadioChannel ct) = 0;
 
-    /// @param power in whole dBm
+    /// Tells the output power, in whole dBm.
     virtual void radioOutputPowerNotification(RadioChannel /*ct*/, int /*power*/) {}
 
 protected:

@@ -93,8 +93,7 @@ private:
     ReaderState m_state;
 };
 
-/// The function that the driver calls.
-/// @param context the client
+/// The function that the driver calls, with the client as its context.
 void receive_vornipc_callback_func(void* context, const char* data, unsigned length, unsigned deviceFlag);
 
 } // namespace kro::device::vornipc
