@@ -120,6 +120,10 @@ TEST_F(PowerControl, ReductionAndTapsComeWithTheLaterVersions)
          {done, reduced("0"), "ITapsController_1.setTaps(false)", calls, "1 setRfPower: Failed to set RfTaps to 4",
           endOfData},
          R"({"results":{"ITapsController_1.setTaps":32768}})"},
+        {"taps that warn are set",
+         v3(2),
+         {done, reduced("0"), "ITapsController_1.setTaps(true)", calls},
+         R"({"results":{"ITapsController_1.setTaps":32767}})"},
         {"above the limit nothing is applied",
          "00300031" + head(1) + words(0, 10, -40, 0, 1, 2),
          {failed, "1 setRfPower: setRfPower(): Requested RfInputPowerThreshold = 0 is above the limit = -30"}},
@@ -165,6 +169,11 @@ TEST_F(PowerControl, InventoryKnowsWhatTheModulationBitAllows)
         return R"({"channels":{"1":{"outputPower":{)" + members + "}}}}";
     };
     const std::string data = "5 onGetRauPowerInventoryReq: ";
+    const std::string notRead = "1 onGetRauPowerInventoryReq: onGetRauPowerInventoryReq() Could not get limited power";
+    std::string unusedPairs;
+    for (int i = 0; i < 42; ++i) {
+        unusedPairs += "[33,100],";
+    }
     const Exchange cases[] = {
         {"every modulation, powers truncated toward zero",
          request,
@@ -189,7 +198,12 @@ TEST_F(PowerControl, InventoryKnowsWhatTheModulationBitAllows)
          request,
          {inventory(words(-5), unknown), queried},
          power(R"("highestModulationBit":4294967295,
-                  "pairs":[[10,100],[22,100],[130,100],[142,100],[33,100],[143,100],[9,100],[144,100],[-31,100]])")},
+                  "pairs":[[10,100],[22,100],[130,100],[142,100],[33,100],[143,100],[9,100],[144,100],[150,100],
+                           [2147483647,100],[-31,100]])")},
+        {"as many pairs as there can be",
+         request,
+         {inventory(words(-5), words(255, 255, 255, 255, 255, 255, 255, 255, 255, 19)), queried},
+         power(R"("highestModulationBit":4096,"pairs":[)" + unusedPairs + R"([122,1999]])")},
         {"an empty list", request, {inventory(words(-5), unknown), queried}, power(R"("pairs":[])")},
         {"no frame format",
          request,
@@ -198,9 +212,16 @@ TEST_F(PowerControl, InventoryKnowsWhatTheModulationBitAllows)
          R"({"results":{"IOutputPowerCalculator_1.getLimitedPower":32776}})"},
         {"another failure",
          request,
-         {inventory(words(0), unknown), queried,
-          "1 onGetRauPowerInventoryReq: onGetRauPowerInventoryReq() Could not get limited power"},
+         {inventory(words(0), unknown), queried, notRead},
          R"({"results":{"IOutputPowerCalculator_1.getLimitedPower":32768}})"},
+        {"results compare unsigned",
+         request,
+         {inventory(words(0), unknown), queried, notRead},
+         R"({"results":{"IOutputPowerCalculator_1.getLimitedPower":4294967295}})"},
+        {"a warning without a list",
+         request,
+         {inventory(words(0), unknown), queried},
+         R"({"results":{"IOutputPowerCalculator_1.getLimitedPower":32767}})"},
         {"radio down",
          request,
          {inventory(words(255), unknown), isUp, "6 onGetRauPowerInventoryReq: Received: GetRauPowerInventoryReqIPC",
@@ -214,21 +235,27 @@ TEST_F(PowerControl, InventoryKnowsWhatTheModulationBitAllows)
 TEST_F(PowerControl, FarEndLimitsGoToThePlatformByModulation)
 {
     startInService();
-    const std::string request = "00300028" + head(2) + words(0, 1, 2, 3, 4, 5, 6, -7, 8, 0x7fffffff);
-    const std::string answer = toNode("00300029") + head(2);
-    const std::string call = "kro_top_api.criSetFarEndPmaxCapability(2, [[31,0],[41,100],[51,200],[61,300],[71,400],"
-                             "[81,500],[91,600],[101,-700],[111,800],[121,-100]])";
+    const auto request = [](std::int64_t ct) {
+        return "00300028" + head(ct) + words(0, 1, 2, 3, 4, 5, 6, -7, 8, 0x7fffffff);
+    };
+    const auto answer = [](std::int64_t ct, std::int64_t result) {
+        return toNode("00300029") + head(ct) + words(result);
+    };
+    const auto call = [](const std::string& ct) {
+        return "kro_top_api.criSetFarEndPmaxCapability(" + ct +
+               ", [[31,0],[41,100],[51,200],[61,300],[71,400],[81,500],[91,600],[101,-700],[111,800],[121,-100]])";
+    };
     const std::string setting =
         "4 onSetFarEndPmaxCapability: onSetFarEndPmaxCapability():  Setting Far End Pmax capabilities";
     const Exchange cases[] = {
         {"taken",
-         request,
-         {answer + words(0), call, "5 onFEPowerLimitationReq: onFEPowerLimitationReq() called (id: 0x300028)", setting,
+         request(2),
+         {answer(2, 0), call("2"), "5 onFEPowerLimitationReq: onFEPowerLimitationReq() called (id: 0x300028)", setting,
           "6 onFEPowerLimitationReq: Received: FEPowerLimitationReqIPC",
           "6 onFEPowerLimitationReq: Respond with: FEPowerLimitationResIPC"}},
         {"refused",
-         request,
-         {answer + words(1), call, setting,
+         request(1),
+         {answer(1, 1), call("1"), setting,
           "1 onSetFarEndPmaxCapability: onSetFarEndPmaxCapability(): failed: far end unknown, (eTI_E_FAILED)"},
          R"({"results":{"kro_top_api.criSetFarEndPmaxCapability":32768},
              "resultTexts":{"kro_top_api.criSetFarEndPmaxCapability":"far end unknown"}})"},
@@ -288,6 +315,8 @@ TEST_F(PowerControl, NothingIsAppliedWhereAnInterfaceIsMissing)
             "00300031" + head(1) + words(0, 0, 0, -30, 1, 2),
             {failed, "1 setRfPower: setRfPower(): " + interface + " is missing on this platform, it was not called"}};
         runAll({&exchange, 1});
+        const Exchange needless{"not needed", setRequest(0, 0, 0, -30), {done, applied("-3000", "false, 0, 0, 0")}};
+        runAll({&needless, 1});
     }
 }
 

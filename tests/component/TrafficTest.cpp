@@ -72,6 +72,10 @@ TEST_F(Traffic, QueueStatusAndIfLoopSetTheGateTogether)
         {"no status changes nothing",
          queue(0),
          {queueAnswer(1), "1 onSetMLMReq: onSetMLMReq(): Called with no action, i.e. queueUndefinedC1"}},
+        {"the request's channel is told, whichever it is",
+         queue(0, 4294967295),
+         {queueAnswer(1, 4294967295),
+          "1 onSetMLMReq: onSetMLMReq(): Called with no action, i.e. queueUndefinedC4294967295"}},
         {"a wrong channel acts on channel 1", queue(2, 5), {queueAnswer(0, 5), gate("false"), released}},
         {"channel 0 too", queue(1, 0), {queueAnswer(0, 0), gate("true"), released}},
         {"a failed gate does not stop the release",
@@ -102,6 +106,20 @@ TEST_F(Traffic, QueueStatusAndIfLoopSetTheGateTogether)
          loop(3, 2),
          {loopAnswer(0, 2), "IIfLoopDriver_2.setIfLoop(false, 1)", "IIfLoopDriver_2.getIfLoopState()",
           "ITrafHandler.enableTraffic(2, true)"}},
+        {"negative results are failures, too",
+         loop(2, 2),
+         {loopAnswer(1, 2), "IIfLoopDriver_2.setIfLoop(true, 1)", "IIfLoopDriver_2.getIfLoopState()",
+          "ITrafHandler.enableTraffic(2, true)",
+          "1 handleMlmChanelStatus: handleMlmChanelStatus(): TRAF returned with error for ct 2"},
+         R"({"results":{"IIfLoopDriver_2.setIfLoop":-1,"ITrafHandler.enableTraffic":-1}})"},
+        {"an unreadable loop, negative",
+         queue(1),
+         {queueAnswer(1), gate("true"), released},
+         R"({"results":{"IIfLoopDriver_1.getIfLoopState":-2147483648}})"},
+        {"a release, negative",
+         queue(1),
+         {queueAnswer(1), gate("false"), released, "1 onSetMLMReq: onSetMLMReq(): TRAF returned with error for ct 1"},
+         R"({"results":{"ITrafHandler.quiesceChannel":-1}})"},
     };
     runAll(cases);
 }
@@ -137,6 +155,10 @@ TEST_F(Traffic, TransmitterStatusIsLoggedWhenItChanges)
          {answer(2, 0), "1" + method + " Incorrect ct number 0 ()"}},
         {"3", "00700027" + head(3), {answer(2, 3), "1" + method + " Incorrect ct number 3 ()"}},
         {"and leaves what is known of the others", request, {answer(3), query, sent("1")}},
+        {"each channel has its own",
+         "00700027" + head(2),
+         {answer(3, 2), "IRadio_2.getTransmitterState()", "4" + method + "[CT 2]RF Tx Oper status changed! ON"}},
+        {"of which the other knows nothing", request, {answer(3), query}},
     };
     runAll(cases);
 }
@@ -299,7 +321,11 @@ TEST_F(Traffic, WhatIsMissingIsRefusedAndTheRestGoesOn)
            {xfFailed, "IRadio_1.getRfLoopState()", "IRadio_1.setRfLoop(true)", noFrequency,
             missing("onSetXfRFIfStatusReq", "ISystemPowerController_1")}}}},
         {"IRadio_1",
-         {{"transmitter status",
+         {{"loop; the lookup stops there, so that the transmitter is refused, too",
+           xfRequest,
+           {xfFailed, noPlan, noFrequency, missing("onSetXfRFIfStatusReq", "IRadio_1"),
+            missing("onSetXfRFIfStatusReq", "ISystemPowerController_1")}},
+          {"transmitter status",
            "00700027" + head(1),
            {toNode("00700028") + head(1) + words(2), missing("onGetRFTxOperStatusReq", "IRadio_1")}}}},
     };
@@ -308,6 +334,28 @@ TEST_F(Traffic, WhatIsMissingIsRefusedAndTheRestGoesOn)
         startInService(0, {.channels = 1, .state = R"({"interfaces":{")" + interface + R"(":false}})"});
         runAll(exchanges);
     }
+}
+
+TEST_F(Traffic, AChannelThatTheUnitDoesNotHaveIsRefused)
+{
+    startInService(0, {.channels = 1});
+    const std::string method = "onSetXfRFIfStatusReq";
+    const Exchange cases[] = {
+        {"settings",
+         "00700066" + head(2) + words(400, 2, 2, 400),
+         {toNode("00700022") + head(2) + words(1),
+          "1 onSetFrequency: onSetFrequency():  Incorrect radioChannelIndex = 1",
+          "1 " + method + ": " + method + "(): failed to set frequency via m_adapterModel", missing(method, "IRadio_2"),
+          missing(method, "ISystemPowerController_2")}},
+        {"loop",
+         "00700007" + head(2) + words(2),
+         {toNode("00700026") + head(2) + words(1), missing("onSetIfLoopStatusReq", "IIfLoopDriver_2"),
+          missing("handleMlmChanelStatus", "IIfLoopDriver_2")}},
+        {"transmitter status",
+         "00700027" + head(2),
+         {toNode("00700028") + head(2) + words(2), missing("onGetRFTxOperStatusReq", "IRadio_2")}},
+    };
+    runAll(cases);
 }
 
 } // namespace
