@@ -1,5 +1,7 @@
 #include "support/ModuleTest.h"
 
+#include <map>
+
 namespace {
 
 /// A radio in which no two values are alike, with texts of full width and none at all.
@@ -267,6 +269,76 @@ TEST_F(EquipmentDetection, SelectsASubBandByItsLowByte)
         {"channel 0", request(0, 7), {answer(0, 0), "1 onSetRAUIndexCapabilitiesReq:  Incorrect ct number 0 ()"}},
     };
     runAll(cases);
+}
+
+TEST_F(EquipmentDetection, CapacitiesStandAtTheNodesNumbersOfModulations)
+{
+    start();
+    const auto mode = [](const std::string& name, int capacity) {
+        return R"({"name":")" + name + R"(","capacity":)" + std::to_string(capacity) + "}";
+    };
+    std::string many;
+    for (int i = 0; i < 16; ++i) {
+        many += mode("4QAM", i + 1) + ",";
+    }
+    const std::string query = "IHardwareConfigurationHandler.getFrameFormatList(1)";
+    const std::string failed = "1 getAcmCapacities: failed to get capacities for frameId=";
+    constexpr int untouched = -1;
+    const struct {
+        std::string name;
+        std::string modes; ///< of frame format 7
+        int frameId;
+        std::map<int, int> capacities; ///< by the node's number
+        Outcome outcome;
+        std::string given = "{}";
+    } cases[] = {
+        {"the first, one in the middle, the last",
+         mode("4096QAM_LIGHT", 3) + "," + mode("64QAM", 1000) + "," + mode("4QAM_STRONG", -2),
+         7,
+         {{1, -2}, {11, 1000}, {30, 3}},
+         {query}},
+        {"a name that no modulation has is left out",
+         mode("16QAM", 5) + "," + mode("17QAM", 6) + "," + mode("32QAM_STRONG", 7),
+         7,
+         {{5, 5}, {7, 7}},
+         {query, "1 getAcmCapacities:  failed to find a mapping for modulation 17QAM"}},
+        {"the filter knows the frame format and the position",
+         mode("16QAM", 5) + "," + mode("32QAM", 707) + "," + mode("64QAM", 7),
+         7,
+         {{5, 5}, {11, 7}},
+         {query}},
+        {"a mode without capacity ends the list",
+         mode("16QAM", 5) + "," + mode("", 0) + "," + mode("64QAM", 7),
+         7,
+         {{5, 5}},
+         {query}},
+        {"a 17th mode is none of the node's", many + mode("16QAM", 17), 7, {{2, 16}}, {query}},
+        {"frame format 0", "", 0, {}, {"5 getAcmCapacities:  acm capabilities will not be fetched for frameId = 0"}},
+        {"a frame format that is not there", "", 8, {}, {query, failed + "8"}},
+        {"below 0", "", -1, {}, {query, failed + "-1"}},
+        {"the query fails",
+         mode("16QAM", 5),
+         7,
+         {},
+         {query, failed + "7"},
+         R"({"results":{"IHardwareConfigurationHandler.getFrameFormatList":32768}})"},
+    };
+    for (const auto& [name, modes, frameId, capacities, outcome, given] : cases) {
+        patch(R"({"frameFormats":[{"frameId":1,"modes":[]},{"frameId":7,"modes":[)" + modes + "]}]}");
+        patch(given);
+        std::vector<int> expected(30, untouched);
+        for (const auto& [number, capacity] : capacities) {
+            expected[static_cast<std::size_t>(number - 1)] = capacity;
+        }
+        std::vector<int> actual(30, untouched);
+        const auto filter = [](const SRadioFrameItem& item, unsigned index) {
+            return item.frameId == 7 && item.modes.at(index).capacity != 707;
+        };
+        expectOutcome(
+            name, [&, id = frameId] { module()->getAcmCapacities(id, actual.data(), filter); }, outcome);
+        EXPECT_EQ(actual, expected) << name;
+        endInjections();
+    }
 }
 
 } // namespace
