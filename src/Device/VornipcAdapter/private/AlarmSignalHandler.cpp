@@ -218,7 +218,7 @@ void AlarmSignalHandler::onFaultFromAds(SetFaultIPC* message)
                                  << activeOrCleared(message->eFaultStatus) << " from ADS";
 }
 
-const char* AlarmSignalHandler::faultIdToString(FaultId_T faultId) const
+const char* AlarmSignalHandler::faultIdToString(FaultId_T faultId)
 {
     return faultNames.at(faultId < faultNames.size() ? faultId : fiUnKnownC);
 }

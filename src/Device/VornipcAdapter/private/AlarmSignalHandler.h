@@ -38,7 +38,7 @@ public:
     void notifyFault(unsigned ct, FaultId_T faultId, FaultStatus_T status);
 
     /// Name of a fault for log texts, "fiUnKnownC" for one without a name.
-    const char* faultIdToString(FaultId_T faultId) const;
+    static const char* faultIdToString(FaultId_T faultId);
 
     /// Whether faults tell when they were sent; on at first.
     void enableTimeStamp(bool on);
