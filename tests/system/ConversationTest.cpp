@@ -10,7 +10,6 @@ namespace {
 
 using nlohmann::json;
 using testing::HasSubstr;
-using testing::IsSupersetOf;
 
 class Conversation : public testing::Test {
 protected:
