@@ -255,6 +255,24 @@ TEST_F(MisuseMatrix, EveryMessageOfTheNodeHasItsHandler)
         }
     }
     EXPECT_EQ(unhandled, (std::set<std::string>{"HccTxIPC", "HopTxIPC"}));
+
+    // And the reverse: whatever else a node could send, no handler takes it.
+    const std::string longest = zeros(2000);
+    for (const std::uint32_t area : {0x10U, 0x20U, 0x30U, 0x40U, 0x50U, 0x60U, 0x70U, 0x80U, 0x100U}) {
+        std::vector<std::string> expected;
+        newTrace();
+        for (std::uint32_t number = 0; number < 0x150; ++number) {
+            const std::uint32_t id = area << 16U | number;
+            if (findMessage(id, MessageHeader::signal, MessageDirection::in) == nullptr &&
+                findMessage(id, MessageHeader::signal, MessageDirection::out) == nullptr) {
+                deliver(word(id) + longest);
+                expected.push_back("5 onMessageReceived: *********** No handler found for id " +
+                                   word(id).substr(word(id).find_first_not_of('0')));
+            }
+        }
+        settle();
+        EXPECT_EQ(newTrace(expected), expected);
+    }
 }
 
 TEST_F(MisuseMatrix, MissingInterfacesAndWrongChannels)

@@ -1,4 +1,5 @@
 #include "EquipmentMessages.h"
+#include "MessageCatalogue.h"
 #include "PsMessages.h"
 #include "SimulatedPlatform.h"
 #include "VornipcMessageHandler.h"
@@ -191,10 +192,15 @@ TEST(VornipcWhiteList, HoldsTheUpgradeAndEquipmentMessagesThatItShould)
                                              0x600007, 0x600008, 0x600009, 0x600010, 0x600011, 0x600012,
                                              0x600013, 0x600014, 0x600015, 0x600016, 0x600017};
     ASSERT_EQ(equipment.size() + upgrade.size(), 72U);
+    const std::set<std::uint32_t> withoutMessage = {0x200003, 0x200108, 0x600005, 0x600006, 0x600011,
+                                                    0x600012, 0x600013, 0x600015, 0x600017};
     for (std::uint32_t area = 0; area <= 0x110; ++area) {
         for (std::uint32_t number = 0; number < 0x200; ++number) {
             const std::uint32_t id = area << 16U | number;
             EXPECT_EQ(isInVornipcWhiteList(id), equipment.contains(id) || upgrade.contains(id)) << std::hex << id;
+            const bool isMessage = findMessage(id, MessageHeader::signal, MessageDirection::in) != nullptr ||
+                                   findMessage(id, MessageHeader::signal, MessageDirection::out) != nullptr;
+            EXPECT_TRUE(!isInVornipcWhiteList(id) || isMessage != withoutMessage.contains(id)) << std::hex << id;
         }
     }
 }
