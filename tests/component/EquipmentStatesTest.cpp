@@ -197,7 +197,7 @@ TEST_F(EquipmentStates, AnUnitWithoutItsAlarmHandlerOnlyRefusesTheNotification)
 {
     start({.state = R"({"interfaces":{"IAlarmHandler":false}})"});
     const auto missing = [](const std::string& method) {
-        return "1 " + method + ": " + method + "(): IAlarmHandler is missing on this platform, it was not called";
+        return "1 " + method + ": " + method + "(): IAlarmHandler was not found at the start, it was not called";
     };
     const Exchange cases[] = {
         {"in service",

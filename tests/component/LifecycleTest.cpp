@@ -107,8 +107,9 @@ TEST_F(Lifecycle, ServesOneOrTwoChannels)
         newTrace();
         deliver("00200056" + head(2) + zeros(48));
         settle();
-        const std::vector<std::string> refused{"1 onGetRAUCapabilityReq: onGetRAUCapabilityReq(): IRadio_2 is missing "
-                                               "on this platform, it was not called"};
+        const std::vector<std::string> refused{
+            "1 onGetRAUCapabilityReq: onGetRAUCapabilityReq(): IRadio_2 was not found "
+            "at the start, it was not called"};
         EXPECT_EQ(errors(), equipmentChannels == 2 ? std::vector<std::string>{} : refused);
         EXPECT_TRUE(answersSelfTest());
     }
@@ -155,7 +156,7 @@ TEST_F(Lifecycle, RequestsRefuseWhatIsMissing)
 {
     startInService(0x20, {.state = R"({"interfaces":{"IRadio_2":false}})"});
     const auto missing = [](const std::string& method, const std::string& interface) {
-        return "1 " + method + ": " + method + "(): " + interface + " is missing on this platform, it was not called";
+        return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
     };
     const Exchange cases[] = {
         {"the other channel is served",

@@ -288,7 +288,7 @@ TEST_F(PowerControl, AChannelThatTheUnitDoesNotHaveIsRefused)
 {
     startInService(0, {.channels = 1});
     const auto missing = [](const std::string& method, const std::string& interface) {
-        return "1 " + method + ": " + method + "(): " + interface + " is missing on this platform, it was not called";
+        return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
     };
     const std::string unknown = words(255, 255, 255, 255, 255, 255, 255, 255, 255, 255);
     const Exchange cases[] = {
@@ -313,7 +313,7 @@ TEST_F(PowerControl, NothingIsAppliedWhereAnInterfaceIsMissing)
         const Exchange exchange{
             interface,
             "00300031" + head(1) + words(0, 0, 0, -30, 1, 2),
-            {failed, "1 setRfPower: setRfPower(): " + interface + " is missing on this platform, it was not called"}};
+            {failed, "1 setRfPower: setRfPower(): " + interface + " was not found at the start, it was not called"}};
         runAll({&exchange, 1});
         const Exchange needless{"not needed", setRequest(0, 0, 0, -30), {done, applied("-3000", "false, 0, 0, 0")}};
         runAll({&needless, 1});

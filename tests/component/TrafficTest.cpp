@@ -6,7 +6,7 @@ class Traffic : public ModuleTest {};
 
 std::string missing(const std::string& method, const std::string& interface)
 {
-    return "1 " + method + ": " + method + "(): " + interface + " is missing on this platform, it was not called";
+    return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
 }
 
 TEST_F(Traffic, PortStatusIsFixedByItsType)

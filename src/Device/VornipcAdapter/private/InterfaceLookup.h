@@ -74,7 +74,7 @@ bool available(const Trace& trace, const PlatformInterface<Interface>& wanted, c
 {
     if (!wanted) {
         trace.at(TraceLevel::Error, site)
-            << site.method << "(): " << Interface::interfaceName() << " is missing on this platform, it was not called";
+            << site.method << "(): " << Interface::interfaceName() << " was not found at the start, it was not called";
     }
     return static_cast<bool>(wanted);
 }
@@ -86,7 +86,7 @@ bool available(const Trace& trace, const PlatformInterface<Interface>& wanted, R
 {
     if (!wanted) {
         trace.at(TraceLevel::Error, site) << site.method << "(): " << Interface::interfaceName(ct)
-                                          << " is missing on this platform, it was not called";
+                                          << " was not found at the start, it was not called";
     }
     return static_cast<bool>(wanted);
 }

@@ -146,37 +146,31 @@ void ProtectionHandler::onGetProtectionModeOperStatusReq(GetProtectionModeOperSt
     m_trace.at(TraceLevel::Dump) << "No response??";
 }
 
-void ProtectionHandler::notifyProtectionModeOperStatus(EChannelSelector channel, ProtectionMode_T mode)
+template <class Message, class Shape, class Value>
+void ProtectionHandler::notify(EChannelSelector channel, Value Shape::*field, Value value, const CallSite& site)
 {
-    m_trace.at(TraceLevel::Call) << "notifyProtectionModeOperStatus() called";
-    if (!channelInRange(m_trace, channel)) {
+    m_trace.at(TraceLevel::Call, site) << site.method << "() called";
+    if (!channelInRange(m_trace, channel, site)) {
         return;
     }
-    auto message = spontaneousWithoutSlot<NotifyProtectionModeOperStatusIPC>(m_messageHandler, channel);
-    message.eProtectionMode = mode;
-    sendNotification(m_messageHandler, m_trace, message);
+    auto message = spontaneousWithoutSlot<Message>(m_messageHandler, channel);
+    message.*field = value;
+    sendNotification(m_messageHandler, m_trace, message, site);
+}
+
+void ProtectionHandler::notifyProtectionModeOperStatus(EChannelSelector channel, ProtectionMode_T mode)
+{
+    notify<NotifyProtectionModeOperStatusIPC>(channel, &NotifyProtectionModeOperStatusIPC::eProtectionMode, mode);
 }
 
 void ProtectionHandler::notifyActiveRadioSw(EChannelSelector channel, ActTxRadio_T radio)
 {
-    m_trace.at(TraceLevel::Call) << "notifyActiveRadioSw() called";
-    if (!channelInRange(m_trace, channel)) {
-        return;
-    }
-    auto message = spontaneousWithoutSlot<NotifyActiveRadioSwIPC>(m_messageHandler, channel);
-    message.eActTxRadio = radio;
-    sendNotification(m_messageHandler, m_trace, message);
+    notify<NotifyActiveRadioSwIPC>(channel, &NotifyActiveRadioSwIPC::eActTxRadio, radio);
 }
 
 void ProtectionHandler::notifyWorkingRxSw(EChannelSelector channel, WorkingRx_T receiver)
 {
-    m_trace.at(TraceLevel::Call) << "notifyWorkingRxSw() called";
-    if (!channelInRange(m_trace, channel)) {
-        return;
-    }
-    auto message = spontaneousWithoutSlot<NotifyWorkingRxSwIPC>(m_messageHandler, channel);
-    message.eWorkingRx = receiver;
-    sendNotification(m_messageHandler, m_trace, message);
+    notify<NotifyWorkingRxSwIPC>(channel, &NotifyWorkingRxSwIPC::eWorkingRx, receiver);
 }
 
 } // namespace kro::device::vornipc

@@ -54,6 +54,10 @@ private:
     template <class Response, class Request>
     void answer(const Request& request, const CallSite& site = CallSite::here());
 
+    /// Sends a message about a channel with one value in it.
+    template <class Message, class Shape, class Value>
+    void notify(EChannelSelector channel, Value Shape::*field, Value value, const CallSite& site = CallSite::here());
+
     static const Trace m_trace;
 
     VornipcMessageHandler& m_messageHandler;
