@@ -210,6 +210,9 @@ TEST_F(EquipmentMaintenance, AcmLimitGoesToTheTrafficFunctionByIndex)
     };
     runAll(cases);
     expectForWrongChannels("00200116", words(1), "", "", "1 onSetTxMaxAcmLimitReq:  Incorrect ct number ");
+
+    startInService(0, {.moduleChannels = 3}); // the function is the platform's: it needs no interface of the channel
+    runAll(cases);
 }
 
 TEST_F(EquipmentMaintenance, FixedAnswersTouchNothing)

@@ -162,7 +162,7 @@ void EquipmentHandler::onSetTxMaxAcmLimitReq(SetTxMaxAcmLimitReqIPC* message)
 {
     traceRequest(m_trace, *message);
     const RadioChannel ct = channelOf(*message);
-    if (!servesChannel(ct)) {
+    if (!isChannel(ct)) {
         traceIncorrectChannel(m_trace, message->ct);
         return;
     }
