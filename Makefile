@@ -93,8 +93,9 @@ docs: ## message catalogue and API documentation, in build/docs
 	@echo "build/docs/messages.html  every message: id, layout, who serves it"
 	@echo "build/docs/api/index.html the module and the platform's interfaces"
 
-install: build ## the module and its headers, to PREFIX (default build/install)
-	@cmake --install build/dev --prefix $(or $(PREFIX),build/install) >/dev/null
+install: setup ## the optimised module and its headers, to PREFIX (default build/install)
+	$(call build,release)
+	@cmake --install build/release --prefix $(or $(PREFIX),build/install) >/dev/null
 	@echo "installed to $(or $(PREFIX),build/install)"
 
 clean: ## remove every build folder

@@ -4,6 +4,13 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bin=${1:-build/release/bin} strip=${2:-strip} size=${3:-size}
+if (($# == 0)); then
+    cmake --preset release >/dev/null
+    cmake --build --preset release >/dev/null
+elif [[ ! -e $bin/libVornipcAdapter.so ]]; then
+    echo "module-cost: there is no $bin/libVornipcAdapter.so; name the folder 'bin' of a build" >&2
+    exit 2
+fi
 work=$(mktemp -d)
 unit=
 trap '[[ -z $unit ]] || kill "$unit" 2>/dev/null; rm -rf "$work"' EXIT
