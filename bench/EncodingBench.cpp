@@ -82,6 +82,19 @@ void encodeByHand(benchmark::State& state)
 }
 
 template <class Message>
+void encodeAsSent(benchmark::State& state)
+{
+    Message message;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(message);
+        FixedBuffer<bufferSize<Message>> buffer;
+        cereal::BinaryBigEndianOutputArchive::write(buffer, std::uint32_t{0}, Message::messageId);
+        cereal::BinaryBigEndianOutputArchive::write(buffer, message);
+        benchmark::DoNotOptimize(buffer.bytes);
+    }
+}
+
+template <class Message>
 void encodeWithArchive(benchmark::State& state)
 {
     Message message;
@@ -126,6 +139,7 @@ void decodeWithArchive(benchmark::State& state)
 // 36 bytes with the envelope, 224 and 1528.
 #define BENCHMARK_MESSAGE(message)                                                                                     \
     BENCHMARK_TEMPLATE(encodeByHand, message);                                                                         \
+    BENCHMARK_TEMPLATE(encodeAsSent, message);                                                                         \
     BENCHMARK_TEMPLATE(encodeWithArchive, message);                                                                    \
     BENCHMARK_TEMPLATE(decodeByHand, message);                                                                         \
     BENCHMARK_TEMPLATE(decodeWithArchive, message)

@@ -41,19 +41,21 @@ public:
     template <class... Fields>
     BinaryBigEndianOutputArchive& operator()(Fields&&... fields)
     {
-        using namespace binary_big_endian_detail;
-        if constexpr (((wireRoom<Fields> != 0) && ...)) {
-            constexpr auto room = static_cast<std::ptrdiff_t>((wireRoom<Fields> + ... + 0));
-            char* const start = m_buffer != nullptr ? PutArea::next(*m_buffer) : nullptr;
-            if (start != nullptr && PutArea::end(*m_buffer) - start >= room) {
-                FieldWriter writer(start);
-                writer(fields...);
-                PutArea::advance(*m_buffer, writer.position() - start);
-                return *this;
-            }
+        if (!writeToPutArea(m_buffer, fields...)) {
+            OutputArchive::operator()(std::forward<Fields>(fields)...);
         }
-        OutputArchive::operator()(std::forward<Fields>(fields)...);
         return *this;
+    }
+
+    /// Writes the fields as an archive over `buffer` does, but builds one only where they do not fit into its put area:
+    /// the base of an archive costs more than most messages.
+    template <class... Fields>
+    static void write(std::streambuf& buffer, Fields&&... fields)
+    {
+        if (!writeToPutArea(&buffer, fields...)) {
+            BinaryBigEndianOutputArchive archive(buffer);
+            archive(std::forward<Fields>(fields)...);
+        }
     }
 
     /// Writes `size` bytes made of elements of N bytes (1, 2 or 4), each element in the wire's byte order. `size` is a
@@ -78,6 +80,24 @@ public:
 
 private:
     explicit BinaryBigEndianOutputArchive(std::streambuf* buffer) : OutputArchive(this), m_buffer(buffer) {}
+
+    /// @return false, with nothing written, where the fields may need more room than there is in one block
+    template <class... Fields>
+    static bool writeToPutArea([[maybe_unused]] std::streambuf* buffer, [[maybe_unused]] Fields&... fields)
+    {
+        using namespace binary_big_endian_detail;
+        if constexpr (((wireRoom<Fields> != 0) && ...)) {
+            constexpr auto room = static_cast<std::ptrdiff_t>((wireRoom<Fields> + ... + 0));
+            char* const start = buffer != nullptr ? PutArea::next(*buffer) : nullptr;
+            if (start != nullptr && PutArea::end(*buffer) - start >= room) {
+                FieldWriter writer(start);
+                writer(fields...);
+                PutArea::advance(*buffer, writer.position() - start);
+                return true;
+            }
+        }
+        return false;
+    }
 
     std::size_t put(const char* data, std::size_t size)
     {

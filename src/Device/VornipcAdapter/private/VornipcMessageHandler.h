@@ -140,15 +140,14 @@ template <WireMessage Message>
 void VornipcMessageHandler::send(Message& message, VornipcDeviceId device)
 {
     WireBuffer<sizeof device + sizeof Message::messageId + wireSize<Message>> buffer;
-    cereal::BinaryBigEndianOutputArchive archive(buffer);
     bool allowed = true;
     if (device == VornipcDeviceId::ads) {
         allowed = mayLeave(Message::messageId, CallSite::here());
-        archive(device, Message::messageId);
+        cereal::BinaryBigEndianOutputArchive::write(buffer, device, Message::messageId);
     } else {
-        archive(device);
+        cereal::BinaryBigEndianOutputArchive::write(buffer, device);
     }
-    archive(message); // also a message that will not leave
+    cereal::BinaryBigEndianOutputArchive::write(buffer, message); // also a message that will not leave
     handOver(buffer.data(), buffer.length(), Message::messageId, allowed, CallSite::here());
 }
 
