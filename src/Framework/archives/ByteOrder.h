@@ -41,8 +41,8 @@ inline constexpr bool hasVectorUnit = true;
 inline constexpr bool hasVectorUnit = false;
 #endif
 
-/// Bytes that are turned round at a time.
-inline constexpr std::size_t chunkSize = 64;
+/// Bytes that are turned round at a time: one register. The compiler takes longer vectors through the stack.
+inline constexpr std::size_t chunkSize = 16;
 
 /// Copies one chunk of words, each turned round. Vectors say what a loop over words only hints at: the bytes of every
 /// half are exchanged, then the halves, for a whole register at once, with plain SSE2 and with NEON. All of a chunk is
