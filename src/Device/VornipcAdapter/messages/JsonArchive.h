@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <ostream>
+#include <rapidjson/stream.h>
 
 /// cereal's JSON archives, with RapidJSON's way to a standard stream replaced: it hands over every character on its own,
 /// this one hands over blocks. The text is the same. Every use of cereal's JSON archives goes through this header, since
@@ -31,6 +34,20 @@ public:
         m_block[m_used++] = character;
     }
 
+    /// The same character several times: the indentation, a third of a message's text.
+    void putRepeated(Ch character, std::size_t count)
+    {
+        while (count > 0) {
+            if (m_used == m_block.size()) {
+                handOver();
+            }
+            const std::size_t part = std::min(count, m_block.size() - m_used);
+            std::memset(m_block.data() + m_used, character, part);
+            m_used += part;
+            count -= part;
+        }
+    }
+
     void Flush()
     {
         handOver();
@@ -48,6 +65,12 @@ private:
     std::size_t m_used = 0;
     std::array<Ch, 512> m_block;
 };
+
+template <>
+inline void PutN(BasicOStreamWrapper<std::ostream>& stream, char c, std::size_t n)
+{
+    stream.putRepeated(c, n);
+}
 
 } // namespace rapidjson
 
