@@ -25,6 +25,6 @@ until [[ -s $work/ready ]]; do kill -0 "$unit"; sleep 0.05; done
 "$bin/nodectl" --unit "$(jq -r .link "$work/ready")" --json bringup >/dev/null
 awk '/^[0-9a-f]+-/ { ours = /libVornipcAdapter.so/ }
      ours && /^Rss:/ { resident += $2 }
-     ours && /^Private_Dirty:/ { own += $2 }
+     ours && /^Anonymous:/ { own += $2 }
      END { printf "in memory after a bring-up: %d kB of the library, of which %d kB written to\n", resident, own }' \
     "/proc/$unit/smaps"
