@@ -231,14 +231,7 @@ void VornipcMessageClient::fetchMail()
 
 void VornipcMessageClient::readerEnded(const std::string& reason, const CallSite& site)
 {
-    std::optional<VornipcLinkFacts::Message> last;
-    {
-        const std::scoped_lock lock(m_stateMutex);
-        m_state.reader = VornipcLinkFacts::Reader::ended;
-        m_state.reason = reason;
-        last = m_state.lastMessage;
-    }
-    if (last) {
+    if (const auto last = readerState().lastMessage) {
         TraceLine line = m_trace.at(TraceLevel::Error, site);
         line << site.method << "(): the reader has ended, no message is served any more. Last message: id ";
         if (last->id) {
@@ -248,6 +241,9 @@ void VornipcMessageClient::readerEnded(const std::string& reason, const CallSite
         }
         line << ", device " << last->device << ", length " << last->length;
     }
+    const std::scoped_lock lock(m_stateMutex); // last: who sees that the reader has ended finds the reason in the trace
+    m_state.reader = VornipcLinkFacts::Reader::ended;
+    m_state.reason = reason;
 }
 
 ReaderState VornipcMessageClient::readerState() const
