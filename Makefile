@@ -94,7 +94,7 @@ docs: ## message catalogue and API documentation, in build/docs
 	@echo "build/docs/api/index.html the module and the platform's interfaces"
 
 install: setup ## the optimised module and its headers, to PREFIX (default build/install)
-	$(call build,release)
+	$(call build,release,VornipcAdapter radio_vocabulary)
 	@cmake --install build/release --prefix $(or $(PREFIX),build/install) >/dev/null
 	@echo "installed to $(or $(PREFIX),build/install)"
 

@@ -95,20 +95,6 @@ void encodeAsSent(benchmark::State& state)
 }
 
 template <class Message>
-void encodeWithArchive(benchmark::State& state)
-{
-    Message message;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(message);
-        FixedBuffer<bufferSize<Message>> buffer;
-        cereal::BinaryBigEndianOutputArchive archive(buffer);
-        archive(std::uint32_t{0}, Message::messageId);
-        archive(message);
-        benchmark::DoNotOptimize(buffer.bytes);
-    }
-}
-
-template <class Message>
 void decodeByHand(benchmark::State& state)
 {
     std::array<char, sizeof(Message)> wire{};
@@ -140,7 +126,6 @@ void decodeWithArchive(benchmark::State& state)
 #define BENCHMARK_MESSAGE(message)                                                                                     \
     BENCHMARK_TEMPLATE(encodeByHand, message);                                                                         \
     BENCHMARK_TEMPLATE(encodeAsSent, message);                                                                         \
-    BENCHMARK_TEMPLATE(encodeWithArchive, message);                                                                    \
     BENCHMARK_TEMPLATE(decodeByHand, message);                                                                         \
     BENCHMARK_TEMPLATE(decodeWithArchive, message)
 

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # What the module costs a radio: size of its stripped library, and what of it lies in memory once it has served a node.
-# usage: scripts/module-cost.sh [BIN-FOLDER] [STRIP] [SIZE]     default: the optimised build of this machine
+# usage: scripts/module-cost.sh [BIN-FOLDER] [STRIP] [SIZE]     default: the optimised build of this machine, made if need be
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bin=${1:-build/release/bin} strip=${2:-strip} size=${3:-size}
 if (($# == 0)); then
     cmake --preset release >/dev/null
-    cmake --build --preset release >/dev/null
+    cmake --build --preset release -- --quiet >&2
 elif [[ ! -e $bin/libVornipcAdapter.so ]]; then
     echo "module-cost: there is no $bin/libVornipcAdapter.so; name the folder 'bin' of a build" >&2
     exit 2

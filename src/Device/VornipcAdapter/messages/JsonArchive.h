@@ -34,7 +34,7 @@ public:
         m_block[m_used++] = character;
     }
 
-    /// The same character several times: the indentation, a third of a message's text.
+    /// The same character several times, as indentation takes it.
     void putRepeated(Ch character, std::size_t count)
     {
         while (count > 0) {

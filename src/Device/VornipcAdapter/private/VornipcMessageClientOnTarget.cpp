@@ -241,7 +241,7 @@ void VornipcMessageClient::readerEnded(const std::string& reason, const CallSite
         }
         line << ", device " << last->device << ", length " << last->length;
     }
-    const std::scoped_lock lock(m_stateMutex); // last: who sees that the reader has ended finds the reason in the trace
+    const std::scoped_lock lock(m_stateMutex); // only now: who sees that the reader has ended finds it in the trace
     m_state.reader = VornipcLinkFacts::Reader::ended;
     m_state.reason = reason;
 }
