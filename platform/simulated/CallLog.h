@@ -33,6 +33,8 @@ private:
         std::string thread;
     };
 
+    static void describe(Json& entry, const Record& record);
+
     mutable std::mutex m_mutex;
     RecordRing<Record> m_records;
 };

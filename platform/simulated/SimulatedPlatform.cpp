@@ -1,6 +1,7 @@
 #include "SimulatedPlatform.h"
 
 #include "Core.h"
+#include "ObserverSlot.h"
 #include "TraceLog.h"
 
 #include <utility>
@@ -85,6 +86,11 @@ std::vector<std::string> Platform::traceTags() const
 void Platform::setTracePrinting(bool on)
 {
     TraceLog::instance().setPrinting(on);
+}
+
+void Platform::setObserver(Observer observer)
+{
+    ObserverSlot::instance().set(std::move(observer));
 }
 
 PciDriver& Platform::driver()

@@ -77,6 +77,17 @@ public:
     /// Trace lines go to stderr unless this switches them off; the records are kept in either case.
     void setTracePrinting(bool on);
 
+    enum class RecordKind { call, trace };
+
+    /// Hears of each call and each trace line on the thread that it comes from: of a call before it takes effect, of a
+    /// line when it is kept. It may ask the platform for anything and must not write trace.
+    /// @param record as calls() and traceLines() have it, without its number, and of a call without its result
+    using Observer = std::function<void(RecordKind kind, const Json& record)>;
+
+    /// Replaces the observer; an empty one ends it. A record that is under way on another thread may still reach the old
+    /// one.
+    void setObserver(Observer observer);
+
     // What reaches the module. ---------------------------------------------------------------------------------------
 
     PciDriver& driver();

@@ -1,6 +1,7 @@
 #include "TraceLog.h"
 
 #include "LumTrace.h"
+#include "ObserverSlot.h"
 #include "ThreadNames.h"
 
 #include <fmt/format.h>
@@ -78,6 +79,11 @@ void TraceLog::write(Line line)
     const std::string thread = currentThreadName();
     const std::lock_guard inOrder{m_writeMutex};
     const std::string printed = m_printing ? printedForm(line, thread) : std::string{};
+    ObserverSlot::instance().tell(Platform::RecordKind::trace, [&line] {
+        Json described;
+        describe(described, line);
+        return described;
+    });
     {
         const std::lock_guard lock{m_linesMutex};
         m_lines.push(std::move(line));
@@ -125,15 +131,18 @@ void TraceLog::setPrinting(bool on)
 Json TraceLog::since(std::uint64_t number) const
 {
     const std::lock_guard lock{m_linesMutex};
-    return m_lines.since(number, "lines", [](Json& entry, const Line& line) {
-        entry["time"] = line.time;
-        entry["level"] = line.level;
-        entry["tag"] = line.tag;
-        entry["file"] = line.file;
-        entry["line"] = line.line;
-        entry["method"] = line.method;
-        entry["text"] = line.text;
-    });
+    return m_lines.since(number, "lines", describe);
+}
+
+void TraceLog::describe(Json& entry, const Line& line)
+{
+    entry["time"] = line.time;
+    entry["level"] = line.level;
+    entry["tag"] = line.tag;
+    entry["file"] = line.file;
+    entry["line"] = line.line;
+    entry["method"] = line.method;
+    entry["text"] = line.text;
 }
 
 void TraceLog::reset()

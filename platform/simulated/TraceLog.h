@@ -48,6 +48,8 @@ public:
     void reset();
 
 private:
+    static void describe(Json& entry, const Line& line);
+
     struct Object {
         LumTrace* trace;
         int createdWith;

@@ -6,26 +6,23 @@ using simulated::Json;
 
 namespace {
 
-std::string describeCall(const Json& call)
-{
-    std::string arguments;
-    for (const Json& value : call["args"]) {
-        arguments += (arguments.empty() ? "" : ", ") + (value.is_string() ? value.get<std::string>() : value.dump());
-    }
-    return call["interface"].get<std::string>() + "." + call["operation"].get<std::string>() + "(" + arguments + ")";
-}
-
-/// Cuts the message that some texts end with to its name.
-std::string shortened(const std::string& text)
-{
-    const auto begin = text.find('{');
-    if (begin == std::string::npos) {
-        return text;
-    }
-    const Json message = Json::parse(text.substr(begin), nullptr, false);
-    return message.is_object() && message.contains("name") ? text.substr(0, begin) + message["name"].get<std::string>()
-                                                           : text;
-}
+/// What the radio of channel 2 has that the one of channel 1, which keeps the platform's defaults, has not.
+constexpr const char* secondRadio = R"({"channels":{"2":{
+    "radio":{"temperature":44,"transmitterState":5,"rfPower":{"output":17,"input":-523},"selectedSubBand":6,
+        "compatibilityCodes":[21,23,20,24,25,71,26,33,27,28,29,30],"subBands":[6,5,4,9],
+        "inventory":{"productName":"Simulated radio 23 GHz","hwProductNumber":"SIM 100 23/4","hwRevision":"R4C",
+            "swProductNumber":"SIM 200 23","swRevision":"R5D06","resetType":2,"supplyVoltage":4}},
+    "channelPlan":{"frequencyBand":23,"subBand":6,"stepSize":500,"rfBaseTxFrequency":21200000,
+        "rfBaseRxFrequency":22432000,"rfStepLimitLowTx":20,"rfStepLimitHighTx":980,"rfStepLimitLowRx":30,
+        "rfStepLimitHighRx":990},
+    "rfLoopAvailable":false,"acm":{"engineEnabled":false,"min":41,"max":111},
+    "frequency":{"tx":21300000,"rx":22532000},
+    "systemPower":{"referenceSec":5,"transmitterOff":true,"atpcTarget":-4700,"minOutputPower":300,
+        "maxOutputPower":1700,"inputPowerThreshold":-7300},
+    "outputPower":{"highestModulationBit":2048,"minOutputPower":-300,"highPowerReduction":100,
+        "pairs":[[31,2310],[41,2120],[51,2030],[61,1940],[71,1850],[81,1760],[91,1670],[101,1580],[111,1490],
+            [121,1400]]},
+    "taps":true,"radioFrameId":2,"txMaxAcmLimit":27}}})";
 
 void append(std::vector<std::string>& lines, const std::vector<std::string>& more)
 {
@@ -57,16 +54,13 @@ void ModuleTest::start(const Setup& setup)
     platform.configure(setup.channels);
     platform.setTracePrinting(false);
     platform.setTraceLevel("*", setup.traceLevel);
+    if (setup.channels == 2) {
+        patch(secondRadio);
+    }
     patch(setup.state);
     platform.start();
-    platform.driver().setTransmitter([this](const char* data, unsigned length) {
-        const std::lock_guard lock(m_mutex);
-        m_sent.push_back(hexOf({data, length}));
-        return static_cast<int>(length);
-    });
-    m_nextCall = 0;
-    m_nextLine = 0;
-    newlySent();
+    m_journal.begin();
+    m_journal.takeAll();
     m_module.emplace(setup.moduleChannels.value_or(static_cast<unsigned char>(setup.channels)), setup.mmuAddress);
     m_module->initialize();
 }
@@ -83,7 +77,7 @@ void ModuleTest::stop()
 {
     platform.stop();
     m_module.reset();
-    platform.driver().setTransmitter({});
+    m_journal.end();
 }
 
 bool ModuleTest::deliver(const std::string& hexDigits, unsigned device)
@@ -114,7 +108,7 @@ void ModuleTest::runAll(std::span<const Exchange> exchanges)
 {
     for (const Exchange& exchange : exchanges) {
         if (!exchange.given.empty()) {
-            patch(exchange.given);
+            patch(meant(exchange.given));
         }
         const auto event = [&] {
             deliver(exchange.request, exchange.device);
@@ -127,52 +121,36 @@ void ModuleTest::runAll(std::span<const Exchange> exchanges)
 
 void ModuleTest::expectOutcome(const std::string& name, const std::function<void()>& event, const Outcome& expected)
 {
-    SCOPED_TRACE(name);
-    newlySent();
-    newCalls();
-    newTrace();
+    SCOPED_TRACE(meant(name));
+    m_journal.takeAll();
     event();
+    std::vector<std::string> wanted = expected.lines();
+    std::transform(wanted.begin(), wanted.end(), wanted.begin(), [this](const auto& line) { return meant(line); });
     std::vector<std::string> actual = newlySent();
     append(actual, newCalls());
-    append(actual, newTrace(expected.lines()));
-    EXPECT_EQ(actual, expected.lines());
+    append(actual, newTrace(wanted));
+    EXPECT_EQ(actual, wanted);
 }
 
 std::vector<std::string> ModuleTest::newlySent()
 {
-    const std::lock_guard lock(m_mutex);
-    return std::exchange(m_sent, {});
+    return m_journal.take(JournalEntry::Kind::frame, [](const JournalEntry& /*entry*/) { return true; });
 }
 
 std::vector<std::string> ModuleTest::newCalls(bool withSending)
 {
-    const Json answer = platform.calls(m_nextCall);
-    answer["next"].get_to(m_nextCall);
-    std::vector<std::string> calls;
-    for (const Json& call : answer["calls"]) {
-        if (withSending || call["interface"] != "ripc") {
-            calls.push_back(describeCall(call));
-        }
-    }
-    return calls;
+    return m_journal.take(JournalEntry::Kind::call, [withSending](const JournalEntry& entry) {
+        return withSending || !entry.line.starts_with("ripc.");
+    });
 }
 
 std::vector<std::string> ModuleTest::newTrace(const std::vector<std::string>& alsoLines)
 {
     constexpr int alwaysWanted = 4;
-    const Json answer = platform.traceLines(m_nextLine);
-    answer["next"].get_to(m_nextLine);
-    std::vector<std::string> lines;
-    for (const Json& entry : answer["lines"]) {
-        const std::string line = std::to_string(entry["level"].get<int>()) + " " + entry["method"].get<std::string>() +
-                                 ": " + shortened(entry["text"].get<std::string>());
-        const bool wanted = entry["level"].get<int>() <= alwaysWanted ||
-                            std::find(alsoLines.begin(), alsoLines.end(), line) != alsoLines.end();
-        if (wanted && entry["tag"].get<std::string>().starts_with("KRO.VORNIPC")) {
-            lines.push_back(line);
-        }
-    }
-    return lines;
+    return m_journal.take(JournalEntry::Kind::trace, [&alsoLines](const JournalEntry& entry) {
+        return entry.level <= alwaysWanted ||
+               std::find(alsoLines.begin(), alsoLines.end(), entry.line) != alsoLines.end();
+    });
 }
 
 void ModuleTest::endInjections()
@@ -193,6 +171,22 @@ bool ModuleTest::isUnderWay(const std::string& interface, const std::string& ope
     return std::any_of(calls.begin(), calls.end(), [&](const Json& call) {
         return call["interface"] == interface && call["operation"] == operation && !call.contains("result");
     });
+}
+
+std::string ChannelTest::meant(std::string text) const
+{
+    std::string result;
+    for (const char character : text) {
+        result += character == '$'   ? std::to_string(ct)
+                  : character == '@' ? std::to_string(ct - 1)
+                                     : std::string(1, character);
+    }
+    return result;
+}
+
+std::int64_t ChannelTest::stateOfChannel(const std::string& path) const
+{
+    return platform.state().at(Json::json_pointer("/channels/" + std::to_string(ct) + path)).get<std::int64_t>();
 }
 
 std::string selfTest(std::int64_t type, std::int64_t capabilityEH)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SimulatedPlatform.h"
+#include "support/Journal.h"
 #include "support/LoadedModule.h"
 #include "support/Wire.h"
 
@@ -10,7 +11,6 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
-#include <mutex>
 #include <optional>
 #include <span>
 #include <string>
@@ -51,6 +51,7 @@ struct Exchange {
 };
 
 /// The whole module on the simulated platform, in this process. The test's thread is the framework's, called "main".
+/// A platform of two channels has two radios of which no value is the same, so that an answer of the wrong one shows.
 class ModuleTest : public testing::Test {
 protected:
     struct Setup {
@@ -91,6 +92,9 @@ protected:
     /// Lets something happen and compares what comes of it.
     void expectOutcome(const std::string& name, const std::function<void()>& event, const Outcome& expected);
 
+    /// All that the module has done since the last time that this was asked, in its order.
+    std::vector<JournalEntry> newEntries() { return m_journal.takeAll(); }
+
     /// What the module has sent since the last time that this was asked; the same for the two below.
     std::vector<std::string> newlySent();
     std::vector<std::string> newCalls(bool withSending = false);
@@ -123,15 +127,30 @@ protected:
 
     simulated::Platform& platform = simulated::Platform::instance();
 
+    /// What a text of a test case means here: in tests that run for each channel, `$` is the channel's number and `@`
+    /// its index.
+    virtual std::string meant(std::string text) const { return text; }
+
 private:
+    Journal m_journal;
     std::optional<LoadedModule> m_module;
-
-    std::mutex m_mutex; ///< guards the buffers; the module sends from several threads
-    std::vector<std::string> m_sent;
-
-    std::uint64_t m_nextCall = 0;
-    std::uint64_t m_nextLine = 0;
 };
+
+/// A test that runs for either channel of a unit with two radios. Its cases are written once: `ct` is the channel, and in
+/// names, given states and outcomes `$` stands for its number and `@` for its index.
+class ChannelTest : public ModuleTest, public testing::WithParamInterface<std::int64_t> {
+protected:
+    std::string meant(std::string text) const override;
+
+    /// What the channel's radio has at a place of its state, "/radio/temperature".
+    std::int64_t stateOfChannel(const std::string& path) const;
+
+    const std::int64_t ct = GetParam();
+};
+
+/// Runs the tests of a class derived from ChannelTest for both channels.
+#define FOR_EACH_CHANNEL(Suite)                                                                                        \
+    INSTANTIATE_TEST_SUITE_P(OnChannel, Suite, testing::Values(1, 2), testing::PrintToStringParamName())
 
 /// Request with which the node announces its capabilities.
 std::string selfTest(std::int64_t type, std::int64_t capabilityEH);
