@@ -16,7 +16,7 @@ function(add_room target kind)
         return()
     endif()
 
-    file(GLOB sources CONFIGURE_DEPENDS "*.cpp" "support/*.cpp")
+    file(GLOB sources CONFIGURE_DEPENDS "*.cpp" "support/*.cpp" "catalogue/*.cpp")
     if(NOT sources)
         message(STATUS "${target}: no sources yet")
         if(NOT kind STREQUAL "EXECUTABLE")

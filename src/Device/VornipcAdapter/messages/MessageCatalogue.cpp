@@ -3,244 +3,47 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <sstream>
-#include <streambuf>
 #include <type_traits>
 #include <utility>
 
-#include "AlarmMessages.h"
-#include "EquipmentDetectionMessages.h"
-#include "EquipmentMaintenanceMessages.h"
-#include "EquipmentMessages.h"
-#include "FieldLister.h"
 #include "FieldUnits.h"
-#include "MessagePrinter.h"
-#include "PowerControlMessages.h"
-#include "ProtectionMessages.h"
-#include "PsMessages.h"
-#include "RemoteMibMessages.h"
-#include "SoftwareUpgradeMessages.h"
-#include "TestCommandMessages.h"
-#include "TrafficMessages.h"
-#include "archives/BigEndianInputArchives.h"
-#include "archives/BinaryBigEndianOutputArchive.h"
+#include "catalogue/CatalogueRows.h"
 
 namespace {
 
-template <WireMessage Message>
-class MessageObject final : public AnyMessage {
-public:
-    MessageObject()
-    {
-        if constexpr (std::derived_from<Message, PsSignalHeader>) {
-            m_message.ps = PsKind::groupRequest;
-            m_message.groupId = Message::messageId;
-        }
-    }
-
-    std::string encode() const override
-    {
-        std::ostringstream stream;
-        cereal::BinaryBigEndianOutputArchive archive(stream);
-        archive(m_message);
-        return stream.str();
-    }
-
-    void decode(std::string_view bytes) override
-    {
-        cereal::FixedSizeBigEndianInputArchive archive(bytes.data(), bytes.size());
-        archive(m_message);
-    }
-
-    std::string print() const override
-    {
-        std::ostringstream stream;
-        stream << m_message;
-        return stream.str();
-    }
-
-    std::vector<MessageField> fields() override { return listFields(m_message); }
-
-private:
-    Message m_message;
+/// The sources of the catalogue, area by area.
+struct Source {
+    MessageArea area;
+    CatalogueRows (*rows)();
 };
 
-template <WireMessage Message>
-MessageDefinition message(MessageArea area, MessageDirection direction)
-{
-    return {messageName<Message>(),
-            Message::messageId,
-            area,
-            direction,
-            std::derived_from<Message, PsSignalHeader> ? MessageHeader::ps : MessageHeader::signal,
-            wireSize<Message>,
-            {},
-            [] { return std::unique_ptr<AnyMessage>(std::make_unique<MessageObject<Message>>()); }};
-}
+constexpr Source sources[] = {
+    {MessageArea::alarms, alarmRows},
+    {MessageArea::equipment, equipmentRows},
+    {MessageArea::equipment, equipmentDetectionRows},
+    {MessageArea::equipment, equipmentMaintenanceRows},
+    {MessageArea::power, powerControlRows},
+    {MessageArea::mib, remoteMibRows},
+    {MessageArea::upgrade, softwareUpgradeRows},
+    {MessageArea::traffic, trafficRows},
+    {MessageArea::testcommand, testCommandRows},
+    {MessageArea::protection, protectionRows},
+    {MessageArea::ps, psRows},
+};
 
-/// A request of the node and the name of its answer, which has a line of its own.
-template <WireMessage Request, WireMessage Answer>
-MessageDefinition request(MessageArea area)
-{
-    MessageDefinition definition = message<Request>(area, MessageDirection::in);
-    definition.answer = messageName<Answer>();
-    return definition;
-}
-
-/// One line a message, by area and id. Everything that works with messages by name or id takes them from here.
 std::vector<MessageDefinition> makeCatalogue()
 {
-    using enum MessageArea;
-    using enum MessageDirection;
-    return {
-        message<SetFaultIPC>(alarms, both),
-
-        message<RAULostIPC>(equipment, both),
-        request<ADSSelftestReqIPC, ADSSelftestResIPC>(equipment),
-        message<ADSSelftestResIPC>(equipment, out),
-        request<ADSSwStatusReqIPC, ADSSwStatusResIPC>(equipment),
-        message<ADSSwStatusResIPC>(equipment, out),
-        message<ADSNpuDownIPC>(equipment, in),
-        message<MMUStateIPC>(equipment, in),
-        message<RAUStateIPC>(equipment, in),
-        message<TermStateIPC>(equipment, in),
-        message<RLaprintExtIPC>(equipment, out),
-        request<RAURestartReqIPC, RAURestartResIPC>(equipment),
-        message<RAURestartResIPC>(equipment, out),
-        message<VornRestartedIPC>(equipment, in),
-        request<RAUStatusReqIPC, RAUStatusResIPC>(equipment),
-        message<RAUStatusResIPC>(equipment, out),
-        request<SetRAUDefaultConfigReqIPC, SetRAUDefaultConfigResIPC>(equipment),
-        message<SetRAUDefaultConfigResIPC>(equipment, out),
-        request<ADSClosePciReqIPC, ADSClosePciResIPC>(equipment),
-        message<ADSClosePciResIPC>(equipment, out),
-        request<SetBerAlarmThresholdReqIPC, SetBerAlarmThresholdResIPC>(equipment),
-        message<SetBerAlarmThresholdResIPC>(equipment, out),
-        request<GetRAUCapabilityReqIPC, GetRAUCapabilityResIPC>(equipment),
-        message<GetRAUCapabilityResIPC>(equipment, out),
-        message<ResetBERCountersIPC>(equipment, in),
-        request<SetSDCAdminStatusReqIPC, SetSDCAdminStatusResIPC>(equipment),
-        message<SetSDCAdminStatusResIPC>(equipment, out),
-        request<GetSDCOperStatusReqIPC, GetSDCOperStatusResIPC>(equipment),
-        message<GetSDCOperStatusResIPC>(equipment, out),
-        request<DadeControlReqIPC, DadeControlResIPC>(equipment),
-        message<DadeControlResIPC>(equipment, out),
-        request<GetDadeStatusReqIPC, GetDadeStatusResIPC>(equipment),
-        message<GetDadeStatusResIPC>(equipment, out),
-        request<SetSDCPathReqIPC, SetSDCPathResIPC>(equipment),
-        message<SetSDCPathResIPC>(equipment, out),
-        request<GetSDCCurrentDataReqIPC, GetSDCCurrentDataResIPC>(equipment),
-        message<GetSDCCurrentDataResIPC>(equipment, out),
-        request<GetSDCActualPathReqIPC, GetSDCActualPathResIPC>(equipment),
-        message<GetSDCActualPathResIPC>(equipment, out),
-        message<SetTxMaxAcmLimitReqIPC>(equipment, in),
-        request<SetCarrierTermPreambleReqIPC, SetCarrierTermPreambleResIPC>(equipment),
-        message<SetCarrierTermPreambleResIPC>(equipment, out),
-        request<GetRAUIndexCapabilitiesReqIPC, GetRAUIndexCapabilitiesResIPC>(equipment),
-        message<GetRAUIndexCapabilitiesResIPC>(equipment, out),
-        request<SetRAUIndexCapabilitiesReqIPC, SetRAUIndexCapabilitiesResIPC>(equipment),
-        message<SetRAUIndexCapabilitiesResIPC>(equipment, out),
-        request<ResetInsufficientPowerResourcesErrorReqIPC, ResetInsufficientPowerResourcesErrorResIPC>(equipment),
-        message<ResetInsufficientPowerResourcesErrorResIPC>(equipment, out),
-        request<GetShiftStatusReqIPC, GetShiftStatusResIPC>(equipment),
-        message<GetShiftStatusResIPC>(equipment, out),
-        message<RauDetected1IPC>(equipment, out),
-        message<NotifyCarrierStatusIPC>(equipment, in),
-        message<NotifyInitRAUStateProtcIPC>(equipment, in),
-        message<BpmCommandReqIPC>(equipment, out),
-        message<BpmCommandResIPC>(equipment, in),
-
-        request<ConfigureAtpcFallbackReqIPC, ConfigureAtpcFallbackResIPC>(power),
-        message<ConfigureAtpcFallbackResIPC>(power, out),
-        request<ActivateAtpcFallbackReqIPC, ActivateAtpcFallbackResIPC>(power),
-        message<ActivateAtpcFallbackResIPC>(power, out),
-        request<GetRauPowerInventoryReqIPC, GetRauPowerInventoryResIPC>(power),
-        message<GetRauPowerInventoryResIPC>(power, out),
-        request<GetRfPowerReqIPC, GetRfPowerResIPC>(power),
-        message<GetRfPowerResIPC>(power, out),
-        request<SetRfPowerReqIPC, SetRfPowerResIPC>(power),
-        message<SetRfPowerResIPC>(power, out),
-        message<SetRfPowerV2ResIPC>(power, out),
-        message<SetRfPowerV3ResIPC>(power, out),
-        request<FEPowerLimitationReqIPC, FEPowerLimitationResIPC>(power),
-        message<FEPowerLimitationResIPC>(power, out),
-        request<SetRfPowerV2ReqIPC, SetRfPowerV2ResIPC>(power),
-        request<SetRfPowerV3ReqIPC, SetRfPowerV3ResIPC>(power),
-
-        message<HccRxIPC>(mib, out),
-        message<HccTxIPC>(mib, in),
-        message<HopRxIPC>(mib, out),
-        message<HopTxIPC>(mib, in),
-
-        message<GetSwBoardReqIPC>(upgrade, in),
-        message<CodePacketStartIPC>(upgrade, in),
-        message<CodePacketIPC>(upgrade, in),
-        message<GetSwBoardResIPC>(upgrade, out),
-        message<TestPassiveBankIPC>(upgrade, in),
-        message<CheckRestartTypeIPC>(upgrade, in),
-        message<DWLTestNotOkIPC>(upgrade, in),
-        message<SetActiveBankIPC>(upgrade, in),
-        message<ResetTestPassiveBankIPC>(upgrade, in),
-        message<CodePacketStartExtIPC>(upgrade, in),
-
-        request<GetIfOperStatusReqIPC, GetIfOperStatusResIPC>(traffic),
-        message<GetIfOperStatusResIPC>(traffic, out),
-        message<SetIfAdminStatusIPC>(traffic, in),
-        request<SetIfLoopStatusReqIPC, SetIfLoopStatusResIPC>(traffic),
-        message<SetXfRFIfStatusResIPC>(traffic, out),
-        message<SetIfLoopStatusResIPC>(traffic, out),
-        request<GetRFTxOperStatusReqIPC, GetRFTxOperStatusResIPC>(traffic),
-        message<GetRFTxOperStatusResIPC>(traffic, out),
-        request<SetXfRFIfStatusReqIPC, SetXfRFIfStatusResIPC>(traffic),
-        message<SetMLMResIPC>(traffic, out),
-        request<SetMLMReqIPC, SetMLMResIPC>(traffic),
-
-        message<TestCommandRxIPC>(testcommand, in),
-        message<TestCommandTxIPC>(testcommand, out),
-
-        request<SetSwitchModeReqIPC, SetSwitchModeResIPC>(protection),
-        message<SetSwitchModeResIPC>(protection, out),
-        request<SetActiveUnitReqIPC, SetActiveUnitResIPC>(protection),
-        message<SetActiveUnitResIPC>(protection, out),
-        request<SetRevertiveTxReqIPC, SetRevertiveTxResIPC>(protection),
-        message<SetRevertiveTxResIPC>(protection, out),
-        request<SetRevertiveRxReqIPC, SetRevertiveRxResIPC>(protection),
-        message<SetRevertiveRxResIPC>(protection, out),
-        request<GetActiveRadioReqIPC, GetActiveRadioResIPC>(protection),
-        message<GetActiveRadioResIPC>(protection, out),
-        request<GetWorkingRxReqIPC, GetWorkingRxResIPC>(protection),
-        message<GetWorkingRxResIPC>(protection, out),
-        request<SetTaSwitchReqIPC, SetTaSwitchResIPC>(protection),
-        message<SetTaSwitchResIPC>(protection, out),
-        request<SetActiveRadioReqIPC, SetActiveRadioResIPC>(protection),
-        message<SetActiveRadioResIPC>(protection, out),
-        request<SetWorkingRxReqIPC, SetWorkingRxResIPC>(protection),
-        message<SetWorkingRxResIPC>(protection, out),
-        message<NotifyActiveRadioSwIPC>(protection, out),
-        message<NotifyWorkingRxSwIPC>(protection, out),
-        message<SetSpontSwNotReqIPC>(protection, in),
-        request<ResetTxSwOverErrReqIPC, ResetTxSwOverErrResIPC>(protection),
-        message<ResetTxSwOverErrResIPC>(protection, out),
-        request<ProtectionModeReqIPC, ProtectionModeResIPC>(protection),
-        message<ProtectionModeResIPC>(protection, out),
-        request<SetRFInputPowerThresholdReqIPC, SetRFInputPowerThresholdResIPC>(protection),
-        message<SetRFInputPowerThresholdResIPC>(protection, out),
-        message<CompanionMMUStatusIPC>(protection, in),
-        request<GetActiveUnitReqIPC, GetActiveUnitResIPC>(protection),
-        message<GetActiveUnitResIPC>(protection, out),
-        request<SetActiveRadioRemoteReqIPC, SetActiveRadioRemoteResIPC>(protection),
-        message<SetActiveRadioRemoteResIPC>(protection, out),
-        request<GetTaSwitchReqIPC, GetTaSwitchResIPC>(protection),
-        message<GetTaSwitchResIPC>(protection, out),
-        request<TxSwitchOverConfigurationReqIPC, TxSwitchOverConfigurationResIPC>(protection),
-        message<TxSwitchOverConfigurationResIPC>(protection, out),
-        message<NotifyProtectionModeOperStatusIPC>(protection, out),
-        message<GetProtectionModeOperStatusReqIPC>(protection, in),
-
-        message<HandleXfRlWanIfEntryGroupReqIPC>(ps, in),
-        request<HandleContinuousWaveGroupReqIPC, HandleContinuousWaveGroupResIPC>(ps),
-        message<HandleContinuousWaveGroupResIPC>(ps, out),
-    };
+    std::vector<MessageDefinition> catalogue;
+    for (const Source& source : sources) {
+        for (MessageDefinition& definition : source.rows()) {
+            definition.area = source.area;
+            catalogue.push_back(std::move(definition));
+        }
+    }
+    std::stable_sort(catalogue.begin(), catalogue.end(), [](const MessageDefinition& a, const MessageDefinition& b) {
+        return std::pair(a.area, a.id) < std::pair(b.area, b.id);
+    });
+    return catalogue;
 }
 
 template <class Function>
