@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "FieldUnits.h"
+#include "TableFile.h"
 #include "WireTable.h"
 
 namespace {
@@ -220,17 +220,19 @@ TEST(MessageCatalogue, FindsNothingForUnknownNamesAndIds)
     }
 }
 
-TEST(MessageCatalogue, UnitsBelongToFieldsThatThereAre)
+TEST(MessageCatalogue, TheFieldsWithAUnitHaveIt)
 {
-    std::set<std::string> names;
+    std::map<std::string, std::string> units;
+    for (const TableLine& line : linesOfSection("words.txt", "units")) {
+        units[line.words().at(0)] = line.words().at(1);
+    }
     for (const MessageDefinition& definition : messageCatalogue()) {
         for (const MessageField& field : definition.create()->fields()) {
-            names.insert(field.name().substr(field.name().rfind('.') + 1));
+            const auto row = units.extract(definition.name + "." + field.name());
+            EXPECT_EQ(field.unit(), row.empty() ? "" : row.mapped()) << definition.name << " " << field.name();
         }
     }
-    for (const FieldUnit& row : fieldUnits()) {
-        EXPECT_TRUE(names.contains(std::string(row.field))) << row.field;
-    }
+    EXPECT_TRUE(units.empty()) << units.begin()->first << " is no field";
 }
 
 TEST(MessageCatalogue, PrintsEveryElementOfArraysOfRecords)

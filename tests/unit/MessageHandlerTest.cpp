@@ -2,6 +2,7 @@
 #include "MessageCatalogue.h"
 #include "PsMessages.h"
 #include "SimulatedPlatform.h"
+#include "TableFile.h"
 #include "VornipcMessageHandler.h"
 #include "VornipcWhiteList.h"
 #include "support/Bytes.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <map>
 #include <set>
 #include <thread>
 
@@ -179,28 +181,21 @@ TEST_F(MessageHandler, RegistersWhileMessagesArrive)
     EXPECT_GE(area.others, 1);
 }
 
-TEST(VornipcWhiteList, HoldsTheUpgradeAndEquipmentMessagesThatItShould)
+TEST(VornipcWhiteList, HoldsTheMessagesThatItShouldAndNoOther)
 {
-    // Every id of the two areas up to its last one, from the protocol's table; all other areas are out.
-    const std::set<std::uint32_t> equipment = {
-        0x200002, 0x200003, 0x200004, 0x200005, 0x200006, 0x200007, 0x200008, 0x200009, 0x200010, 0x200011, 0x200012,
-        0x200017, 0x200018, 0x200019, 0x200020, 0x200021, 0x200022, 0x200023, 0x200039, 0x200040, 0x200048, 0x200049,
-        0x200056, 0x200057, 0x200069, 0x200078, 0x200079, 0x200080, 0x200081, 0x200082, 0x200083, 0x200084, 0x200085,
-        0x200086, 0x200087, 0x200088, 0x200089, 0x200090, 0x200091, 0x200108, 0x200121, 0x200122, 0x200123, 0x200124,
-        0x200125, 0x200126, 0x200127, 0x200128, 0x200129, 0x200130, 0x200131, 0x200132, 0x200133, 0x200134, 0x200135};
-    const std::set<std::uint32_t> upgrade = {0x600001, 0x600002, 0x600003, 0x600004, 0x600005, 0x600006,
-                                             0x600007, 0x600008, 0x600009, 0x600010, 0x600011, 0x600012,
-                                             0x600013, 0x600014, 0x600015, 0x600016, 0x600017};
-    ASSERT_EQ(equipment.size() + upgrade.size(), 72U);
-    const std::set<std::uint32_t> withoutMessage = {0x200003, 0x200108, 0x600005, 0x600006, 0x600011,
-                                                    0x600012, 0x600013, 0x600015, 0x600017};
+    std::map<std::uint32_t, bool> listed; ///< and whether the id is a message of this radio
+    for (const TableLine& line : linesOfSection("words.txt", "whitelist")) {
+        const auto row = line.words();
+        listed[static_cast<std::uint32_t>(numberOf(row.at(0)))] = row.size() > 1 && row[1].ends_with("IPC");
+    }
+    ASSERT_EQ(listed.size(), 72U);
     for (std::uint32_t area = 0; area <= 0x110; ++area) {
         for (std::uint32_t number = 0; number < 0x200; ++number) {
             const std::uint32_t id = area << 16U | number;
-            EXPECT_EQ(isInVornipcWhiteList(id), equipment.contains(id) || upgrade.contains(id)) << std::hex << id;
+            EXPECT_EQ(isInVornipcWhiteList(id), listed.contains(id)) << std::hex << id;
             const bool isMessage = findMessage(id, MessageHeader::signal, MessageDirection::in) != nullptr ||
                                    findMessage(id, MessageHeader::signal, MessageDirection::out) != nullptr;
-            EXPECT_TRUE(!isInVornipcWhiteList(id) || isMessage != withoutMessage.contains(id)) << std::hex << id;
+            EXPECT_TRUE(!listed.contains(id) || isMessage == listed[id]) << std::hex << id;
         }
     }
 }

@@ -3,17 +3,24 @@
 #include "IAcmHandler.h"
 #include "IAlarmHandler.h"
 #include "IDspApi.h"
+#include "IFrequencyController.h"
 #include "IHardwareConfigurationHandler.h"
 #include "IIfLoopDriver.h"
+#include "IOutputPowerCalculator.h"
 #include "IRadio.h"
 #include "IRadioCapability.h"
 #include "IRlbspKroApi.h"
+#include "ISystemPowerController.h"
+#include "ITapsController.h"
 #include "ITrafHandler.h"
 #include "RadioChannel.h"
+#include "TableFile.h"
 #include "TopApiResponse.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <sstream>
 
 namespace {
@@ -26,66 +33,63 @@ std::string printed(const T& value)
     return stream.str();
 }
 
-TEST(Vocabulary, NamesModulations)
+TEST(Vocabulary, ListsAndNamesModulations)
 {
-    const std::pair<int, std::string> cases[] = {
-        {10, "HALF_BPSK_STRONG"}, {11, "HALF_BPSK"},     {22, "BPSK_LIGHT"},     {31, "4QAM"},
-        {71, "128QAM"},           {90, "512QAM_STRONG"}, {122, "4096QAM_LIGHT"}, {142, "16384QAM_LIGHT"},
-        {143, "UNDEFINED"},       {13, "UNDEFINED"},     {-1, "UNDEFINED"},      {0, "UNDEFINED"}};
-    for (const auto& [value, name] : cases) {
-        EXPECT_EQ(printed(EModulationAndCodeType{value}), name) << value;
+    const auto list = getModulationAndCodeVector();
+    const auto rows = linesOfSection("words.txt", "modulations");
+    ASSERT_EQ(list.size(), rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto row = rows[i].words();
+        const ModulationAndCode& entry = list[i];
+        SCOPED_TRACE(rows[i].text);
+        EXPECT_EQ(entry.value, numberOf(row.at(0)));
+        EXPECT_EQ(entry.name, row.at(1));
+        EXPECT_EQ(entry.constellationSize, numberOf(row.at(2)));
+        EXPECT_EQ(entry.familyMarker, numberOf(row.at(3)));
+        EXPECT_EQ(entry.codeStrength, numberOf(row.at(4)));
+        EXPECT_EQ(printed(entry.value), row.at(1));
+    }
+    for (const int unused : {13, 19, -1, 0, 9, 144}) {
+        EXPECT_EQ(printed(EModulationAndCodeType{unused}), "UNDEFINED") << unused;
     }
 }
 
-TEST(Vocabulary, ListsModulationsInAscendingOrder)
+/// Compares what a section of the words tells of each key, and of keys that it does not have.
+template <class Number>
+void expectWords(const std::string& section, const std::function<std::string(Number)>& wordOf)
 {
-    const auto list = getModulationAndCodeVector();
-    ASSERT_EQ(list.size(), 43U);
-    for (std::size_t i = 1; i < list.size(); ++i) {
-        EXPECT_LT(list[i - 1].value, list[i].value);
+    std::map<Number, std::string> words;
+    std::string otherwise;
+    for (const TableLine& line : linesOfSection("words.txt", section)) {
+        const auto row = line.words();
+        if (row.at(0) == "else") {
+            otherwise = row.at(1);
+        } else {
+            words[static_cast<Number>(numberOf(row.at(0)))] = row.at(1);
+        }
     }
-    struct Case {
-        std::size_t position;
-        int value;
-        int size;
-        int marker;
-        int strength;
-    };
-    for (const Case& c : {Case{0, 10, 2, 2, 0}, Case{5, 22, 2, 0, 2}, Case{7, 31, 4, 0, 1}, Case{41, 142, 16384, 0, 2},
-                          Case{42, 143, 16385, 5, 3}}) {
-        const ModulationAndCode& entry = list[c.position];
-        EXPECT_EQ(entry.value, c.value);
-        EXPECT_EQ(entry.constellationSize, c.size) << entry.name;
-        EXPECT_EQ(entry.familyMarker, c.marker) << entry.name;
-        EXPECT_EQ(entry.codeStrength, c.strength) << entry.name;
+    for (std::int64_t key = -1; key <= 0x10000; ++key) {
+        const auto number = static_cast<Number>(key);
+        const auto found = words.find(number);
+        ASSERT_EQ(wordOf(number), found != words.end() ? found->second : otherwise) << key;
     }
 }
 
 TEST(Vocabulary, NamesReferenceClasses)
 {
-    const std::pair<int, std::string> cases[] = {
-        {0, "2"},   {1, "4L"},  {2, "4H"}, {3, "5B"},         {4, "6B"},         {5, "5LB"},         {6, "5HB"},
-        {7, "6LB"}, {8, "6HB"}, {9, "7B"}, {10, "UNDEFINED"}, {-1, "UNDEFINED"}, {1000, "UNDEFINED"}};
-    for (const auto& [value, name] : cases) {
-        EXPECT_EQ(printed(EReferenceSEC{value}), name) << value;
-    }
+    expectWords<std::int32_t>("reference SEC", [](std::int32_t value) { return printed(EReferenceSEC{value}); });
 }
 
 TEST(Vocabulary, PutsTheCodesTextBehindTheDescription)
 {
-    const std::pair<std::uint32_t, std::string> cases[] = {{0x0, "eTI_S_OK"},
-                                                           {0x7, "Unknown"},
-                                                           {0x840, "eTI_DEBUG3"},
-                                                           {0x1004, "eTI_W_ALREADY_INITIALIZED"},
-                                                           {0x8008, "eTI_E_FAILED_TO_GET_EXTERNAL_INTERFACE"},
-                                                           {0xA200, "eTI_E_METHOD_UNKNOWN"},
-                                                           {0xFFFFFFFF, "Unknown"}};
-    for (const auto& [code, text] : cases) {
+    expectWords<std::uint32_t>("result codes", [](std::uint32_t code) {
         kro_top_api::StandardResponse response;
         response.m_resultCode = code;
         response.m_description = "x";
-        EXPECT_EQ(response.getErrorString(), "x, (" + text + ")");
-    }
+        const std::string text = response.getErrorString();
+        EXPECT_TRUE(text.starts_with("x, (") && text.ends_with(")")) << text;
+        return text.substr(4, text.size() - 5);
+    });
     const kro_top_api::StandardResponse standard;
     const kro_top_api::BaseResponse base;
     const kro_top_api::BaseResponse& overridden = standard;
@@ -95,18 +99,25 @@ TEST(Vocabulary, PutsTheCodesTextBehindTheDescription)
 
 TEST(Vocabulary, BuildsInterfaceNames)
 {
-    const RadioChannel none{0};
-    const RadioChannel two{2};
-    EXPECT_EQ(IInterface::interfaceName("IRadio", 0), "IRadio");
-    EXPECT_EQ(IRadio::interfaceName(2), "IRadio_2");
-    EXPECT_EQ(IAcmHandler::interfaceName(0), "IAcmHandler");
-    EXPECT_EQ(IRadioCapability::interfaceName(none), "IRadioCapability_0");
-    EXPECT_EQ(IIfLoopDriver::interfaceName(none), "IIfLoopDriver_0");
-    EXPECT_EQ(DspApiInterfaceName(two), "IDspApi_2");
-    EXPECT_EQ(IAlarmHandler::interfaceName(), "IAlarmHandler");
-    EXPECT_EQ(IRlbspKroApi::interfaceName(), "IRlbspKroApi");
-    EXPECT_EQ(ITrafHandler::interfaceName(), "ITrafHandler");
-    EXPECT_EQ(IHardwareConfigurationHandler::interfaceName(), "IHardwareConfigurationHandler");
+    const std::map<std::string, std::function<std::string(int)>> builders{
+        {"IRadio", [](int index) { return IRadio::interfaceName(index); }},
+        {"IAcmHandler", [](int index) { return IAcmHandler::interfaceName(index); }},
+        {"IFrequencyController", [](int index) { return IFrequencyController::interfaceName(index); }},
+        {"IOutputPowerCalculator", [](int index) { return IOutputPowerCalculator::interfaceName(index); }},
+        {"ISystemPowerController", [](int index) { return ISystemPowerController::interfaceName(index); }},
+        {"IRadioCapability", [](int index) { return IRadioCapability::interfaceName(RadioChannel{index}); }},
+        {"IIfLoopDriver", [](int index) { return IIfLoopDriver::interfaceName(RadioChannel{index}); }},
+        {"ITapsController", [](int index) { return ITapsController::interfaceName(index); }},
+        {"IDspApi", [](int index) { return DspApiInterfaceName(RadioChannel{index}); }},
+        {"IAlarmHandler", [](int /*index*/) { return IAlarmHandler::interfaceName(); }},
+        {"IRlbspKroApi", [](int /*index*/) { return IRlbspKroApi::interfaceName(); }},
+        {"ITrafHandler", [](int /*index*/) { return ITrafHandler::interfaceName(); }},
+        {"IHardwareConfigurationHandler", [](int /*index*/) { return IHardwareConfigurationHandler::interfaceName(); }},
+    };
+    for (const TableLine& line : linesOfSection("words.txt", "interface names")) {
+        const auto row = line.words();
+        EXPECT_EQ(builders.at(row.at(0))(row.at(1) == "-" ? 0 : static_cast<int>(numberOf(row.at(1)))), row.at(2));
+    }
 }
 
 TEST(Vocabulary, KnowsTheChannelsOfUnitsWithOneOrTwo)

@@ -1,8 +1,11 @@
 #include "support/Journal.h"
 
+#include "LineTable.h"
 #include "support/Wire.h"
 
-#include <algorithm>
+#include <gtest/gtest.h>
+
+#include <iterator>
 #include <utility>
 
 using simulated::Json;
@@ -19,16 +22,18 @@ std::string describeCall(const Json& call)
     return call["interface"].get<std::string>() + "." + call["operation"].get<std::string>() + "(" + arguments + ")";
 }
 
-/// Cuts the message that some texts end with to its name. PS messages print their type under its own key.
+/// Cuts the message that some texts end with to its name. The messages of the PS device have theirs, with its length in
+/// front, as the key of their fields.
 std::string shortened(const std::string& text)
 {
     const auto begin = text.find('{');
-    if (begin == std::string::npos) {
+    const Json message = begin != std::string::npos ? Json::parse(text.substr(begin), nullptr, false) : Json();
+    if (!message.is_object() || message.size() < 2) {
         return text;
     }
-    const Json message = Json::parse(text.substr(begin), nullptr, false);
-    return message.is_object() && message.contains("name") ? text.substr(0, begin) + message["name"].get<std::string>()
-                                                           : text;
+    const std::string key = std::next(message.begin()).key();
+    const std::string name = key == "name" ? message["name"].get<std::string>() : key;
+    return text.substr(0, begin) + name.substr(name.find_first_not_of("0123456789"));
 }
 
 } // namespace
@@ -45,12 +50,8 @@ void Journal::begin()
         if (kind == simulated::Platform::RecordKind::call) {
             noteState();
             add({Kind::call, describeCall(record)});
-        } else if (const auto tag = record["tag"].get<std::string>(); tag.starts_with("KRO.VORNIPC")) {
-            const int level = record["level"].get<int>();
-            add({Kind::trace,
-                 std::to_string(level) + " " + record["method"].get<std::string>() + ": " +
-                     shortened(record["text"].get<std::string>()),
-                 level, tag});
+        } else {
+            addTrace(record);
         }
     });
 }
@@ -60,6 +61,29 @@ void Journal::end()
     auto& platform = simulated::Platform::instance();
     platform.setObserver({});
     platform.driver().setTransmitter({});
+    const std::lock_guard lock(m_mutex);
+    for (const auto& [tag, level, method, text] : m_linesSeen) {
+        const std::string fault = faultOfTraceLine(tag, level, method, text);
+        EXPECT_TRUE(fault.empty()) << "tests/protocol/lines.txt: " << fault << " for\n"
+                                   << tag << "  " << level << "  " << method << "  \"" << text << '"';
+    }
+    m_linesSeen.clear();
+}
+
+void Journal::addTrace(const Json& line)
+{
+    const std::string family = "KRO.VORNIPC.";
+    const auto tag = line["tag"].get<std::string>();
+    if (!tag.starts_with("KRO")) {
+        return; // the platform's own
+    }
+    const int level = line["level"].get<int>();
+    const auto method = line["method"].get<std::string>();
+    const std::string text = shortened(line["text"].get<std::string>());
+    const std::string area = tag.starts_with(family) ? tag.substr(family.size()) : tag;
+    add({Kind::trace, std::to_string(level) + " " + method + ": " + text, level, area});
+    const std::lock_guard lock(m_mutex);
+    m_linesSeen.emplace(area, level, method, text);
 }
 
 void Journal::watch(std::function<std::vector<std::string>()> state)

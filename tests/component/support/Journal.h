@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <functional>
 #include <mutex>
+#include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 /// One thing that the module has done.
@@ -13,15 +15,16 @@ struct JournalEntry {
     enum class Kind { frame, call, trace, link };
 
     Kind kind;
-    std::string
-        line;      ///< frame: hexadecimal digits. call: "IRadio_1.setRfLoop(true)". trace: "1 onRAUState: text", level,
-                   ///< method and text, a message in the text cut to its name. link: "gate open"
-    int level = 0; ///< of a trace line
-    std::string tag = {}; ///< of a trace line
+    /// frame: hexadecimal digits. call: "IRadio_1.setRfLoop(true)". trace: "1 onRAUState: text", which is level, method
+    /// and text, a message in the text cut to its name. link: "gate open".
+    std::string line;
+    int level = 0;        ///< of a trace line
+    std::string tag = {}; ///< of a trace line, behind "KRO.VORNIPC."
 };
 
 /// What the module does on the platform of this process, in one order: the frames that leave, its calls and its trace
-/// lines. May be used from any thread.
+/// lines. A trace line that the table of lines does not have, or not with this tag and level, fails the test. May be used
+/// from any thread.
 class Journal {
 public:
     Journal() = default;
@@ -44,10 +47,12 @@ public:
 
 private:
     void add(JournalEntry entry);
+    void addTrace(const simulated::Json& line);
     void noteState();
 
     std::mutex m_mutex; ///< guards all below; the watched function is called without it
     std::vector<JournalEntry> m_entries;
     std::function<std::vector<std::string>()> m_state;
     std::vector<std::string> m_lastState;
+    std::set<std::tuple<std::string, int, std::string, std::string>> m_linesSeen; ///< tag, level, method, text
 };

@@ -42,12 +42,6 @@ const std::vector<FieldUnit>& fieldUnits()
         // relays, upgrade, PS
         {"iHopDataLength", "bytes"},
         {"iHCCDataLength", "bytes"},
-        {"length", "bytes"},
-        {"iCodePacketSize", "bytes"},
-        {"iPacketSize", "bytes"},
-        {"iLoadFileLength", "bytes"},
-        {"numBytesInBlock", "bytes"},
-        {"numBytesInSub", "bytes"},
         {"sizeOfObjects", "bytes"},
     };
     return units;
