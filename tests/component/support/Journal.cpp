@@ -62,6 +62,7 @@ void Journal::end()
     platform.setObserver({});
     platform.driver().setTransmitter({});
     const std::lock_guard lock(m_mutex);
+    m_state = {};
     for (const auto& [tag, level, method, text] : m_linesSeen) {
         const std::string fault = faultOfTraceLine(tag, level, method, text);
         EXPECT_TRUE(fault.empty()) << "tests/protocol/lines.txt: " << fault << " for\n"
@@ -122,6 +123,7 @@ void Journal::add(JournalEntry entry)
 
 std::vector<JournalEntry> Journal::takeAll()
 {
+    noteState();
     const std::lock_guard lock(m_mutex);
     return std::exchange(m_entries, {});
 }

@@ -39,7 +39,7 @@ public:
     /// Also notes what a function tells, each time that it is something else, before each frame and call.
     void watch(std::function<std::vector<std::string>()> state);
 
-    /// @return all entries since the last takeAll
+    /// @return all entries since the last takeAll; a state that has changed behind them is the last
     std::vector<JournalEntry> takeAll();
 
     /// @return the lines of one kind since the last time that this kind was taken

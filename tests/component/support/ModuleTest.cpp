@@ -76,6 +76,7 @@ void ModuleTest::startInService(std::int64_t capabilityEH, const Setup& setup)
 void ModuleTest::stop()
 {
     platform.stop();
+    m_journal.watch({});
     m_module.reset();
     m_journal.end();
 }
@@ -130,6 +131,16 @@ void ModuleTest::expectOutcome(const std::string& name, const std::function<void
     append(actual, newCalls());
     append(actual, newTrace(wanted));
     EXPECT_EQ(actual, wanted);
+}
+
+void ModuleTest::watchLink()
+{
+    m_journal.watch([this] {
+        const VornipcLinkFacts facts = module()->linkFacts();
+        return std::vector{std::string(facts.outgoingIpcMessagesAllowed ? "gate open" : "gate closed"),
+                           std::string(facts.vornipcWhiteListActive ? "whitelist on" : "whitelist off"),
+                           "slot " + std::to_string(facts.slotNumber), "sender " + std::to_string(facts.senderId)};
+    });
 }
 
 std::vector<std::string> ModuleTest::newlySent()

@@ -92,6 +92,10 @@ protected:
     /// Lets something happen and compares what comes of it.
     void expectOutcome(const std::string& name, const std::function<void()>& event, const Outcome& expected);
 
+    /// Lets the journal tell from now on what changes in the state of the link: "gate open", "whitelist on", "slot 3",
+    /// "sender 7".
+    void watchLink();
+
     /// All that the module has done since the last time that this was asked, in its order.
     std::vector<JournalEntry> newEntries() { return m_journal.takeAll(); }
 
