@@ -63,6 +63,7 @@ void ModuleTest::start(const Setup& setup)
     m_journal.takeAll();
     m_module.emplace(setup.moduleChannels.value_or(static_cast<unsigned char>(setup.channels)), setup.mmuAddress);
     m_module->initialize();
+    stateAtStart = platform.state();
 }
 
 void ModuleTest::startInService(std::int64_t capabilityEH, const Setup& setup)
@@ -109,7 +110,7 @@ void ModuleTest::runAll(std::span<const Exchange> exchanges)
 {
     for (const Exchange& exchange : exchanges) {
         if (!exchange.given.empty()) {
-            patch(meant(exchange.given));
+            patch(exchange.given);
         }
         const auto event = [&] {
             deliver(exchange.request, exchange.device);
@@ -182,6 +183,19 @@ bool ModuleTest::isUnderWay(const std::string& interface, const std::string& ope
     return std::any_of(calls.begin(), calls.end(), [&](const Json& call) {
         return call["interface"] == interface && call["operation"] == operation && !call.contains("result");
     });
+}
+
+void ChannelTest::TearDown()
+{
+    const int other = 3 - ct;
+    const std::string number = std::to_string(other);
+    EXPECT_EQ(platform.state()["channels"][number], stateAtStart["channels"][number])
+        << "the other channel has changed";
+    for (const Json& call : allCalls()) {
+        const bool isOfOther =
+            call["interface"].get<std::string>().ends_with("_" + number) || call["args"].value("channel", ct) == other;
+        EXPECT_FALSE(isOfOther && call["operation"] != "registerCallback") << "the other channel was asked: " << call;
+    }
 }
 
 std::string ChannelTest::meant(std::string text) const

@@ -51,7 +51,8 @@ struct Exchange {
 };
 
 /// The whole module on the simulated platform, in this process. The test's thread is the framework's, called "main".
-/// A platform of two channels has two radios of which no value is the same, so that an answer of the wrong one shows.
+/// A platform of two channels has two radios of which no value is the same, so that an answer of the wrong one shows;
+/// but both are up, active, without loops.
 class ModuleTest : public testing::Test {
 protected:
     struct Setup {
@@ -106,7 +107,7 @@ protected:
     /// @param alsoLines lines of level 5 and 6 that are wanted
     std::vector<std::string> newTrace(const std::vector<std::string>& alsoLines = {});
 
-    void patch(const std::string& mergePatch) { platform.patchState(simulated::Json::parse(mergePatch)); }
+    void patch(const std::string& mergePatch) { platform.patchState(simulated::Json::parse(meant(mergePatch))); }
     void endInjections();
 
     template <class Condition>
@@ -135,21 +136,33 @@ protected:
     /// its index.
     virtual std::string meant(std::string text) const { return text; }
 
+    simulated::Json stateAtStart; ///< of the platform, when the module was initialised
+
 private:
     Journal m_journal;
     std::optional<LoadedModule> m_module;
 };
 
 /// A test that runs for either channel of a unit with two radios. Its cases are written once: `ct` is the channel, and in
-/// names, given states and outcomes `$` stands for its number and `@` for its index.
-class ChannelTest : public ModuleTest, public testing::WithParamInterface<std::int64_t> {
+/// names, given states and outcomes `$` stands for its number and `@` for its index. In the end the other channel has
+/// neither been asked nor changed.
+class ChannelTest : public ModuleTest, public testing::WithParamInterface<std::int32_t> {
 protected:
+    void TearDown() override;
     std::string meant(std::string text) const override;
 
     /// What the channel's radio has at a place of its state, "/radio/temperature".
     std::int64_t stateOfChannel(const std::string& path) const;
 
-    const std::int64_t ct = GetParam();
+    /// What is expected of channel 1, or of channel 2.
+    template <class T>
+    T ofChannel(T first, T second) const
+    {
+        return ct == 1 ? first : second;
+    }
+
+    const std::int32_t ct = GetParam();
+    const EChannelSelector channelOfTest{static_cast<std::uint32_t>(ct)};
 };
 
 /// Runs the tests of a class derived from ChannelTest for both channels.
