@@ -6,25 +6,27 @@
 
 namespace {
 
-class AlarmSignal : public ModuleTest {
+class AlarmSignal : public ChannelTest {
 protected:
-    std::function<void()> fault(std::uint8_t signal, std::int32_t ct, bool active)
+    std::function<void()> fault(std::uint8_t signal, bool active)
     {
-        return [this, signal, ct, active] { EXPECT_TRUE(platform.fault(signal, ct, active)); };
+        return [this, signal, active] { EXPECT_TRUE(platform.fault(signal, ct, active)); };
+    }
+
+    std::string setFault(std::int64_t number, std::int64_t faultId, std::int64_t status) const
+    {
+        return toNode("00100002") + spontaneousHead(number, ct) + words(faultId, status, 0, 0);
     }
 };
 
-std::string setFault(std::int64_t number, std::int64_t ct, std::int64_t faultId, std::int64_t status)
-{
-    return toNode("00100002") + spontaneousHead(number, ct) + words(faultId, status, 0, 0);
-}
+FOR_EACH_CHANNEL(AlarmSignal);
 
 /// The node's fault of each of the radio's signals; -1 where nothing is told. Higher signals are unknown.
 constexpr std::array<int, 43> faults{0,  78, 79, 55, 1,  2,  3,  4,  6,  7,  8,  9,  10, 11, -1,
                                      12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 64, 65, 67, 66, 68,
                                      69, 70, 72, 71, 73, 54, 53, 50, 56, 0,  -1, 0,  -1};
 
-TEST_F(AlarmSignal, EverySignalHasItsFault)
+TEST_P(AlarmSignal, EverySignalHasItsFault)
 {
     startInService();
     module()->enableTimeStamp(false);
@@ -33,47 +35,50 @@ TEST_F(AlarmSignal, EverySignalHasItsFault)
         const int faultId = signal < faults.size() ? faults.at(signal) : 0;
         Outcome expected;
         if (faultId > 0) {
-            expected = {setFault(number, 1, faultId, 1)};
+            expected = {setFault(number, faultId, 1)};
         } else if (faultId == 0) {
-            expected = {setFault(number, 1, 0, 1),
+            expected = {setFault(number, 0, 1),
                         "2 signalFault: Unhandled signalId (FaultSignal): " + std::to_string(signal)};
         }
         number += faultId >= 0 ? 1 : 0;
-        expectOutcome("signal " + std::to_string(signal), fault(static_cast<std::uint8_t>(signal), 1, true), expected);
+        expectOutcome("signal " + std::to_string(signal), fault(static_cast<std::uint8_t>(signal), true), expected);
     }
 }
 
-TEST_F(AlarmSignal, FaultsAreLoggedByName)
+TEST_P(AlarmSignal, FaultsAreLoggedByName)
 {
     startInService();
     module()->enableTimeStamp(false);
     const std::string sending = "5 notifyFault: [Ch ";
-    expectOutcome("active", fault(4, 1, true),
-                  {setFault(0, 1, 1, 1), sending + "1] Sending spontaneous fault(1: fiRadioCommChC) - Active"});
-    expectOutcome("cleared", fault(34, 2, false),
-                  {setFault(1, 2, 73, 0), sending + "2] Sending spontaneous fault(73: fiTLTM24hC) - Cleared"});
-    expectOutcome("a fault without a name", fault(1, 1, true),
-                  {setFault(2, 1, 78, 1), sending + "1] Sending spontaneous fault(78: fiUnKnownC) - Active"});
-    expectOutcome("any channel is told", fault(13, -1, true),
-                  {setFault(3, -1, 11, 1), sending + "4294967295] Sending spontaneous fault(11: fiBerC) - Active"});
+    expectOutcome("active", fault(4, true),
+                  {setFault(0, 1, 1), sending + "$] Sending spontaneous fault(1: fiRadioCommChC) - Active"});
+    expectOutcome("cleared", fault(34, false),
+                  {setFault(1, 73, 0), sending + "$] Sending spontaneous fault(73: fiTLTM24hC) - Cleared"});
+    expectOutcome("a fault without a name", fault(1, true),
+                  {setFault(2, 78, 1), sending + "$] Sending spontaneous fault(78: fiUnKnownC) - Active"});
+    expectOutcome("any channel is told", [this] { EXPECT_TRUE(platform.fault(13, -1, true)); },
+                  {toNode("00100002") + spontaneousHead(3, -1) + words(11, 1, 0, 0),
+                   sending + "4294967295] Sending spontaneous fault(11: fiBerC) - Active"});
 
     const auto received = [](const char* text) {
-        return std::string("5 onFaultFromAds: [Ch 2] Received spontaneous fault(") + text + " from ADS";
+        return std::string("5 onFaultFromAds: [Ch $] Received spontaneous fault(") + text + " from ADS";
     };
     const Exchange cases[] = {
         {"from the node",
-         "00100002" + head(2) + words(53, 0, 9, 9),
+         "00100002" + head(ct) + words(53, 0, 9, 9),
          {"5 onFaultFromAds: onFaultFromAds() called (id: 0x100002)",
           received("53: fiRemoteTxSwitchOverC) - Cleared")}},
         {"any status but 0 is active",
-         "00100002" + head(2) + words(74, 5, 0, 0),
+         "00100002" + head(ct) + words(74, 5, 0, 0),
          {received("74: fiUnKnownC) - Active")}},
-        {"no fault", "00100002" + head(2) + words(4294967295, 1, 0, 0), {received("4294967295: fiUnKnownC) - Active")}},
+        {"no fault",
+         "00100002" + head(ct) + words(4294967295, 1, 0, 0),
+         {received("4294967295: fiUnKnownC) - Active")}},
     };
     runAll(cases);
 }
 
-TEST_F(AlarmSignal, TimeStampsTellWhenAFaultWasSent)
+TEST_P(AlarmSignal, TimeStampsTellWhenAFaultWasSent)
 {
     startInService();
     const auto field = [](const std::string& buffer, std::size_t index) {
@@ -83,7 +88,7 @@ TEST_F(AlarmSignal, TimeStampsTellWhenAFaultWasSent)
     // Not std::time: it follows a coarser clock, which lags behind at the turn of a second.
     const auto now = [] { return std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()); };
     const std::time_t before = now();
-    fault(4, 1, true)();
+    fault(4, true)();
     const std::time_t after = now();
     const auto sent = newlySent();
     ASSERT_EQ(sent.size(), 1U);
@@ -94,28 +99,28 @@ TEST_F(AlarmSignal, TimeStampsTellWhenAFaultWasSent)
     EXPECT_EQ(field(sent[0], 11) % 1000, 0) << "whole microseconds";
 }
 
-TEST_F(AlarmSignal, GateAndWhitelistHoldFaultsBack)
+TEST_P(AlarmSignal, GateAndWhitelistHoldFaultsBack)
 {
     start();
     module()->enableTimeStamp(false);
     expectOutcome(
-        "the gate drops it, with a line", fault(4, 1, true),
+        "the gate drops it, with a line", fault(4, true),
         {"1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, Id:1048578"});
     startInService(0x80);
     module()->enableTimeStamp(false);
-    expectOutcome("the whitelist without a word, and without a number", fault(39, 1, true),
+    expectOutcome("the whitelist without a word, and without a number", fault(39, true),
                   {"2 signalFault: Unhandled signalId (FaultSignal): 39"});
     deliver(selfTest(1, 0));
     settle();
-    expectOutcome("told again afterwards", fault(4, 1, false), {setFault(0, 1, 1, 0)});
+    expectOutcome("told again afterwards", fault(4, false), {setFault(0, 1, 0)});
 }
 
-TEST_F(AlarmSignal, WithoutAnAlarmHandlerTheNodesFaultsAreStillLogged)
+TEST_P(AlarmSignal, WithoutAnAlarmHandlerTheNodesFaultsAreStillLogged)
 {
     start({.state = R"({"interfaces":{"IAlarmHandler":false}})"});
-    EXPECT_FALSE(platform.fault(4, 1, true)) << "nobody has registered";
+    EXPECT_FALSE(platform.fault(4, ct, true)) << "nobody has registered";
     const Exchange exchange{"from the node",
-                            "00100002" + head(1) + words(1, 1, 0, 0),
+                            "00100002" + head(ct) + words(1, 1, 0, 0),
                             {"5 onFaultFromAds: onFaultFromAds() called (id: 0x100002)"}};
     runAll({&exchange, 1});
 }
