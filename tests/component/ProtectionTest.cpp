@@ -4,6 +4,10 @@ namespace {
 
 class Protection : public ModuleTest {};
 
+class ProtectionOfChannel : public ChannelTest {};
+
+FOR_EACH_CHANNEL(ProtectionOfChannel);
+
 TEST_F(Protection, RequestsHaveFixedAnswers)
 {
     startInService();
@@ -65,11 +69,11 @@ TEST_F(Protection, SomeMessagesAreNotAnswered)
     }
 }
 
-TEST_F(Protection, ThresholdsAboveTheLimitAreRefused)
+TEST_P(ProtectionOfChannel, ThresholdsAboveTheLimitAreRefused)
 {
     startInService();
-    const auto request = [](std::int64_t threshold) { return "01000026" + head(1) + words(threshold); };
-    const auto answer = [](std::int64_t result) { return toNode("01000027") + head(1) + words(result); };
+    const auto request = [this](std::int64_t threshold) { return "01000026" + head(ct) + words(threshold); };
+    const auto answer = [this](std::int64_t result) { return toNode("01000027") + head(ct) + words(result); };
     const std::string method = "onSetRFInputPowerThresholdReq: ";
     const auto refusal = [&](const char* threshold) {
         return "1 " + method + "onSetRFInputPowerThresholdReq(): Requested RfInputPowerThreshold = " + threshold +
@@ -88,23 +92,23 @@ TEST_F(Protection, ThresholdsAboveTheLimitAreRefused)
     runAll(cases);
 }
 
-TEST_F(Protection, SwitchOversAreTold)
+TEST_P(ProtectionOfChannel, SwitchOversAreTold)
 {
     startInService();
-    const auto tell = [this](auto operation, std::uint32_t channel, std::uint32_t value) {
-        return [this, operation, channel, value] { ((*module()).*operation)(EChannelSelector{channel}, value); };
+    const auto tell = [this](auto operation, EChannelSelector channel, std::uint32_t value) {
+        return [this, operation, channel, value] { ((*module()).*operation)(channel, value); };
     };
     const auto told = [](const char* operation, const char* name) {
         return std::vector<std::string>{std::string("5 ") + operation + ": " + operation + "() called",
                                         std::string("6 ") + operation + ": Sending spontaneous message: " + name};
     };
-    expectOutcome("mode", tell(&IVornipcAdapter::notifyProtectionModeOperStatus, 1, 7),
-                  {toNode("01000043") + spontaneousHead(0, 1, 0) + words(7),
+    expectOutcome("mode", tell(&IVornipcAdapter::notifyProtectionModeOperStatus, channelOfTest, 7),
+                  {toNode("01000043") + spontaneousHead(0, ct, 0) + words(7),
                    told("notifyProtectionModeOperStatus", "NotifyProtectionModeOperStatusIPC")});
-    expectOutcome("transmitter", tell(&IVornipcAdapter::notifyActiveRadioSw, 2, 4294967295),
-                  {toNode("01000019") + spontaneousHead(1, 2, 0) + words(4294967295),
+    expectOutcome("transmitter", tell(&IVornipcAdapter::notifyActiveRadioSw, channelOfTest, 4294967295),
+                  {toNode("01000019") + spontaneousHead(1, ct, 0) + words(4294967295),
                    told("notifyActiveRadioSw", "NotifyActiveRadioSwIPC")});
-    for (const std::uint32_t channel : {0U, 3U, 4294967295U}) {
+    for (const auto channel : {EChannelSelector{0}, EChannelSelector{3}, EChannelSelector{4294967295}}) {
         const std::string line = "(): channelId = " + std::to_string(channel) + " is out of range";
         expectOutcome("wrong channel for the mode", tell(&IVornipcAdapter::notifyProtectionModeOperStatus, channel, 1),
                       {"1 notifyProtectionModeOperStatus: notifyProtectionModeOperStatus" + line});
@@ -114,8 +118,8 @@ TEST_F(Protection, SwitchOversAreTold)
                       {"1 notifyWorkingRxSw: notifyWorkingRxSw" + line});
     }
     expectOutcome(
-        "a refused one uses no number", tell(&IVornipcAdapter::notifyWorkingRxSw, 1, 2),
-        {toNode("01000020") + spontaneousHead(2, 1, 0) + words(2), told("notifyWorkingRxSw", "NotifyWorkingRxSwIPC")});
+        "a refused one uses no number", tell(&IVornipcAdapter::notifyWorkingRxSw, channelOfTest, 2),
+        {toNode("01000020") + spontaneousHead(2, ct, 0) + words(2), told("notifyWorkingRxSw", "NotifyWorkingRxSwIPC")});
 }
 
 } // namespace
