@@ -2,14 +2,17 @@
 
 namespace {
 
-class PsDevice : public ModuleTest {
-protected:
-    static Exchange continuousWave(const std::string& name, const std::string& request, const Outcome& outcome,
-                                   const std::string& given = "")
-    {
-        return {name, request, outcome, given, 1};
-    }
-};
+class PsDevice : public ModuleTest {};
+
+class PsDeviceOfChannel : public ChannelTest {};
+
+FOR_EACH_CHANNEL(PsDeviceOfChannel);
+
+Exchange continuousWave(const std::string& name, const std::string& request, const Outcome& outcome,
+                        const std::string& given = "")
+{
+    return {name, request, outcome, given, 1};
+}
 
 /// A header in which no two fields are alike; the group is the continuous-wave group.
 std::string psHead(const std::string& psStatus, const std::string& action, const std::string& status,
@@ -37,36 +40,36 @@ std::string answer(const std::string& psStatus, const std::string& action, std::
 
 const std::string served = "5 onHandleContinuousWaveGroupReq: Called with ActionId::Set";
 
-std::string execute(int channel, int disable)
+std::string execute(int disable)
 {
-    return "ITiDisableModulation.execute(" + std::to_string(channel) + ", 1, " + std::to_string(disable) + ", 1, true)";
+    return "ITiDisableModulation.execute($, 1, " + std::to_string(disable) + ", 1, true)";
 }
 
-TEST_F(PsDevice, ContinuousWaveIsSetThroughTheClosedGate)
+TEST_P(PsDeviceOfChannel, ContinuousWaveIsSetThroughTheClosedGate)
 {
     start();
     const std::string method = " onHandleContinuousWaveGroupReq: ";
     const std::string called = "5" + method + "onHandleContinuousWaveGroupReq() called";
     const Exchange cases[] = {
-        continuousWave("on, with a number of its own", request("03", 2, 1, 7),
-                       {answer("00", "04", 2, 7), execute(2, 1), called, served,
-                        "5" + method + "Enabling continuous-wave for ct 2 in slot 17"}),
-        continuousWave("off", request("03", 1, 1, 0),
-                       {answer("00", "04", 1, 0), execute(1, 0), served,
-                        "5" + method + "Disabling continuous-wave for ct 1 in slot 17"}),
-        continuousWave("the highest code that is no failure", request("03", 1, 1, 0x80000000),
-                       {answer("00", "04", 1, 0x80000000), execute(1, 1)},
+        continuousWave("on, with a number of its own", request("03", ct, 1, 7),
+                       {answer("00", "04", ct, 7), execute(1), called, served,
+                        "5" + method + "Enabling continuous-wave for ct $ in slot 17"}),
+        continuousWave("off", request("03", ct, 1, 0),
+                       {answer("00", "04", ct, 0), execute(0), served,
+                        "5" + method + "Disabling continuous-wave for ct $ in slot 17"}),
+        continuousWave("the highest code that is no failure", request("03", ct, 1, 0x80000000),
+                       {answer("00", "04", ct, 0x80000000), execute(1)},
                        R"({"results":{"ITiDisableModulation.execute":32767}})"),
-        continuousWave("refused by the platform, answered the same", request("03", 1, 1, 1),
-                       {answer("00", "04", 1, 1), execute(1, 1),
-                        "1" + method + "tiDisableModulation execute failed: carrier busy"},
-                       R"({"results":{"ITiDisableModulation.execute":32768},
+        continuousWave(
+            "refused by the platform, answered the same", request("03", ct, 1, 1),
+            {answer("00", "04", ct, 1), execute(1), "1" + method + "tiDisableModulation execute failed: carrier busy"},
+            R"({"results":{"ITiDisableModulation.execute":32768},
                            "resultTexts":{"ITiDisableModulation.execute":"carrier busy"}})"),
-        continuousWave("another action", request("01", 1, 1, 1),
+        continuousWave("another action", request("01", ct, 1, 1),
                        {answer("05", "00", 0, 0), called, "1" + method + "Called with Action value of 1"}),
-        continuousWave("the highest action", request("ff", 1, 1, 1),
+        continuousWave("the highest action", request("ff", ct, 1, 1),
                        {answer("05", "00", 0, 0), "1" + method + "Called with Action value of 255"}),
-        continuousWave("another attribute", request("03", 1, 2, 1),
+        continuousWave("another attribute", request("03", ct, 2, 1),
                        {answer("05", "00", 0, 0), "1" + method + "Called with invalid attribute"}),
         continuousWave(
             "channel 0", request("03", 0, 1, 1),
@@ -81,7 +84,7 @@ TEST_F(PsDevice, ContinuousWaveIsSetThroughTheClosedGate)
     runAll(cases);
 }
 
-TEST_F(PsDevice, OnlyWhatWasDoneIsShown)
+TEST_P(PsDeviceOfChannel, OnlyWhatWasDoneIsShown)
 {
     start();
     const auto dumps = [this](const std::string& buffer) {
@@ -100,11 +103,11 @@ TEST_F(PsDevice, OnlyWhatWasDoneIsShown)
         return shown;
     };
     const std::vector<std::string> both{"Received: ", "Respond with: "};
-    EXPECT_EQ(dumps(request("03", 1, 1, 1)), both);
-    EXPECT_EQ(dumps(request("02", 1, 1, 1)), both) << "a refusal too";
+    EXPECT_EQ(dumps(request("03", ct, 1, 1)), both);
+    EXPECT_EQ(dumps(request("02", ct, 1, 1)), both) << "a refusal too";
     EXPECT_EQ(dumps(psHead("21", "03", "22", "000020d9") + words(5, 6)), std::vector<std::string>{"Received: "});
     patch(R"({"results":{"ITiDisableModulation.execute":32768}})");
-    EXPECT_EQ(dumps(request("03", 1, 1, 1)), std::vector<std::string>{}) << "not what the platform refused";
+    EXPECT_EQ(dumps(request("03", ct, 1, 1)), std::vector<std::string>{}) << "not what the platform refused";
 }
 
 TEST_F(PsDevice, WanInterfaceEntriesAreTracedOnly)
