@@ -2,33 +2,30 @@
 
 namespace {
 
-class RemoteMib : public ModuleTest {
+class RemoteMib : public ChannelTest {
 protected:
     static constexpr int hopCapacity = 256;
     static constexpr int hccCapacity = 1440;
 
-    std::function<void()> hop(std::uint32_t channel, int length, bool withData = true)
+    std::function<void()> hop(EChannelSelector channel, int length, bool withData = true)
+    {
+        return [=, this] { module()->notifyHopRx(channel, length, withData ? m_data.data() : nullptr); };
+    }
+
+    std::function<void()> hcc(EChannelSelector channel, int length, bool withData = true)
     {
         return
-            [=, this] { module()->notifyHopRx(EChannelSelector{channel}, length, withData ? m_data.data() : nullptr); };
+            [=, this] { module()->notifyHccRx(channel, -2, 0xfffffffe, length, withData ? m_data.data() : nullptr); };
     }
 
-    std::function<void()> hcc(std::uint32_t channel, int length, bool withData = true)
+    std::string hopMessage(std::int64_t number, int length) const
     {
-        return [=, this] {
-            module()->notifyHccRx(EChannelSelector{channel}, -2, 0xfffffffe, length,
-                                  withData ? m_data.data() : nullptr);
-        };
+        return toNode("00500101") + spontaneousHead(number, ct, 0) + words(length) + filled(length, hopCapacity);
     }
 
-    static std::string hopMessage(std::int64_t number, std::int64_t channel, int length)
+    std::string hccMessage(std::int64_t number, int length) const
     {
-        return toNode("00500101") + spontaneousHead(number, channel, 0) + words(length) + filled(length, hopCapacity);
-    }
-
-    static std::string hccMessage(std::int64_t number, std::int64_t channel, int length)
-    {
-        return toNode("00500001") + spontaneousHead(number, channel, 0) + words(-2, -2, length) +
+        return toNode("00500001") + spontaneousHead(number, ct, 0) + words(-2, -2, length) +
                filled(length, hccCapacity);
     }
 
@@ -41,51 +38,56 @@ private:
     const std::vector<std::uint8_t> m_data = std::vector<std::uint8_t>(hccCapacity + 1, 0xAB);
 };
 
-TEST_F(RemoteMib, DataAreRelayedInFull)
+FOR_EACH_CHANNEL(RemoteMib);
+
+TEST_P(RemoteMib, DataAreRelayedInFull)
 {
     startInService();
     expectOutcome(
-        "hop", hop(1, 3),
-        {hopMessage(0, 1, 3), "5 notifyHopRx: notifyHopRx()", "6 notifyHopRx: Sending spontaneous message: HopRxIPC"});
+        "hop", hop(channelOfTest, 3),
+        {hopMessage(0, 3), "5 notifyHopRx: notifyHopRx()", "6 notifyHopRx: Sending spontaneous message: HopRxIPC"});
     expectOutcome(
-        "hcc", hcc(2, 3),
-        {hccMessage(1, 2, 3), "5 notifyHccRx: notifyHccRx()", "6 notifyHccRx: Sending spontaneous message: HccRxIPC"});
-    expectOutcome("nothing, from nowhere", hop(2, 0, false), {hopMessage(2, 2, 0)});
-    expectOutcome("nothing of hcc", hcc(1, 0, false), {hccMessage(3, 1, 0)});
-    expectOutcome("as much as fits", hop(1, hopCapacity), {hopMessage(4, 1, hopCapacity)});
-    expectOutcome("as much of hcc", hcc(1, hccCapacity), {hccMessage(5, 1, hccCapacity)});
+        "hcc", hcc(channelOfTest, 3),
+        {hccMessage(1, 3), "5 notifyHccRx: notifyHccRx()", "6 notifyHccRx: Sending spontaneous message: HccRxIPC"});
+    expectOutcome("nothing, from nowhere", hop(channelOfTest, 0, false), {hopMessage(2, 0)});
+    expectOutcome("nothing of hcc", hcc(channelOfTest, 0, false), {hccMessage(3, 0)});
+    expectOutcome("as much as fits", hop(channelOfTest, hopCapacity), {hopMessage(4, hopCapacity)});
+    expectOutcome("as much of hcc", hcc(channelOfTest, hccCapacity), {hccMessage(5, hccCapacity)});
 }
 
-TEST_F(RemoteMib, WhatCannotBeRelayedIsRefusedAndUsesNoNumber)
+TEST_P(RemoteMib, WhatCannotBeRelayedIsRefusedAndUsesNoNumber)
 {
     startInService();
     const std::string hopLine = "1 notifyHopRx: notifyHopRx(): ";
     const std::string hccLine = "1 notifyHccRx: notifyHccRx(): ";
-    expectOutcome("hop too long", hop(1, 257), {hopLine + "length 257 is above the capacity 256"});
-    expectOutcome("hcc too long", hcc(1, 1441), {hccLine + "length 1441 is above the capacity 1440"});
-    expectOutcome("hop far too long", hop(1, 0x7fffffff), {hopLine + "length 2147483647 is above the capacity 256"});
-    expectOutcome("hop below 0", hop(1, -1), {hopLine + "length -1 is below 0, the capacity is 256"});
-    expectOutcome("hcc below 0", hcc(1, -0x7fffffff - 1),
+    expectOutcome("hop too long", hop(channelOfTest, 257), {hopLine + "length 257 is above the capacity 256"});
+    expectOutcome("hcc too long", hcc(channelOfTest, 1441), {hccLine + "length 1441 is above the capacity 1440"});
+    expectOutcome("hop far too long", hop(channelOfTest, 0x7fffffff),
+                  {hopLine + "length 2147483647 is above the capacity 256"});
+    expectOutcome("hop below 0", hop(channelOfTest, -1), {hopLine + "length -1 is below 0, the capacity is 256"});
+    expectOutcome("hcc below 0", hcc(channelOfTest, -0x7fffffff - 1),
                   {hccLine + "length -2147483648 is below 0, the capacity is 1440"});
-    expectOutcome("hop data missing", hop(1, 1, false), {hopLine + "length 1 without data, the capacity is 256"});
-    expectOutcome("hcc data missing", hcc(1, 5, false), {hccLine + "length 5 without data, the capacity is 1440"});
+    expectOutcome("hop data missing", hop(channelOfTest, 1, false),
+                  {hopLine + "length 1 without data, the capacity is 256"});
+    expectOutcome("hcc data missing", hcc(channelOfTest, 5, false),
+                  {hccLine + "length 5 without data, the capacity is 1440"});
     for (const std::uint32_t channel : {0U, 3U, 4294967295U}) {
         const std::string line = "channelId = " + std::to_string(channel) + " is out of range";
-        expectOutcome("hop, wrong channel", hop(channel, 3), {hopLine + line});
-        expectOutcome("hcc, wrong channel", hcc(channel, 3), {hccLine + line});
+        expectOutcome("hop, wrong channel", hop(EChannelSelector{channel}, 3), {hopLine + line});
+        expectOutcome("hcc, wrong channel", hcc(EChannelSelector{channel}, 3), {hccLine + line});
     }
-    expectOutcome("the next that is right", hop(1, 1), {hopMessage(0, 1, 1)});
+    expectOutcome("the next that is right", hop(channelOfTest, 1), {hopMessage(0, 1)});
 }
 
-TEST_F(RemoteMib, TheNodesDataAreNotReceived)
+TEST_P(RemoteMib, TheNodesDataAreNotReceived)
 {
     startInService();
     const Exchange cases[] = {
         {"hop",
-         "00500102" + head(1) + words(1) + zeros(256),
+         "00500102" + head(ct) + words(1) + zeros(256),
          {"5 onMessageReceived: *********** No handler found for id 500102"}},
         {"hcc",
-         "00500002" + head(1) + words(0, 0, 1) + zeros(1440),
+         "00500002" + head(ct) + words(0, 0, 1) + zeros(1440),
          {"5 onMessageReceived: *********** No handler found for id 500002"}},
     };
     runAll(cases);
