@@ -2,9 +2,11 @@
 
 namespace {
 
-class TestCommand : public ModuleTest {};
+class TestCommand : public ChannelTest {};
 
-TEST_F(TestCommand, FramesOfTheRadioGoToTheNodeAsTheyStand)
+FOR_EACH_CHANNEL(TestCommand);
+
+TEST_P(TestCommand, FramesOfTheRadioGoToTheNodeAsTheyStand)
 {
     startInService();
     VornipcTestCommandFrame frame;
@@ -17,29 +19,29 @@ TEST_F(TestCommand, FramesOfTheRadioGoToTheNodeAsTheyStand)
     frame.direction = 7;
     frame.jobId = 8;
     frame.data.fill(0xCD);
-    const auto tell = [&](std::uint32_t channel) {
-        return [&, channel] { module()->notifyTestCommandTx(EChannelSelector{channel}, frame); };
+    const auto tell = [&](EChannelSelector channel) {
+        return [&, channel] { module()->notifyTestCommandTx(channel, frame); };
     };
-    const auto message = [](std::int64_t number, std::int64_t channel) {
-        return toNode("00800002") + spontaneousHead(number, channel, 0) + words(-4, 2, -3, 4, 5, 6, 7, 8) +
+    const auto message = [this](std::int64_t number) {
+        return toNode("00800002") + spontaneousHead(number, ct, 0) + words(-4, 2, -3, 4, 5, 6, 7, 8) +
                repeated(0xCD, 556);
     };
-    expectOutcome("channel 2", tell(2),
-                  {message(0, 2), "5 notifyTestCommandTx: notifyTestCommandTx() called",
+    expectOutcome("told", tell(channelOfTest),
+                  {message(0), "5 notifyTestCommandTx: notifyTestCommandTx() called",
                    "6 notifyTestCommandTx: Sending spontaneous message: TestCommandTxIPC"});
     for (const std::uint32_t channel : {0U, 3U, 4294967295U}) {
-        expectOutcome("wrong channel", tell(channel),
+        expectOutcome("wrong channel", tell(EChannelSelector{channel}),
                       {"1 notifyTestCommandTx: notifyTestCommandTx(): channelId = " + std::to_string(channel) +
                        " is out of range"});
     }
-    expectOutcome("a refused one uses no number", tell(1), {message(1, 1)});
+    expectOutcome("a refused one uses no number", tell(channelOfTest), {message(1)});
 }
 
-TEST_F(TestCommand, FramesOfTheNodeAreTraced)
+TEST_P(TestCommand, FramesOfTheNodeAreTraced)
 {
     startInService();
     const Exchange frame{"frame",
-                         "00800001" + head(1) + words(4, 2, 3, 4, 5, 6, 7, 8) + repeated(0xCD, 556),
+                         "00800001" + head(ct) + words(4, 2, 3, 4, 5, 6, 7, 8) + repeated(0xCD, 556),
                          {"5 onTestCommandRx: onTestCommandRx() called (id: 0x800001)",
                           "6 onTestCommandRx: Received: TestCommandRxIPC", "6 onTestCommandRx: No response"}};
     runAll({&frame, 1});
