@@ -4,78 +4,96 @@
 
 namespace {
 
-/// A radio in which no two values are alike, with texts of full width and none at all.
-constexpr const char* remarkableRadio = R"({"channels":{"2":{
+/// The channel's radio: no two of its values are alike, and it has texts of full width and none at all.
+constexpr const char* remarkableRadio = R"({"channels":{"$":{
     "radio": {"inventory": {"productName": "12345678901234567890123456789012", "hwProductNumber": "HW 7",
         "hwRevision": "R1B", "serialNumber": "", "swProductNumber": "SW 8", "swRevision": "R2C",
         "resetType": 4026531841, "supplyVoltage": 4}},
     "channelPlan": {"frequencyBand": 23, "subBand": 5, "stepSize": 250, "rfBaseTxFrequency": 22000000,
         "rfBaseRxFrequency": 4294967295, "rfStepLimitLowTx": 11, "rfStepLimitHighTx": 12, "rfStepLimitLowRx": 13,
-        "rfStepLimitHighRx": 14}}}})";
+        "rfStepLimitHighRx": 14}, "rfLoopAvailable": true}}})";
 
-std::string detected(std::int64_t number, std::int64_t rfLoop = 2, std::int64_t supplyVoltage = 1)
+std::string radioUpInSystemLog(std::int64_t number, std::int64_t ct)
 {
-    return toNode("00200131") + spontaneousHead(number, 2) + text("12345678901234567890123456789012", 32) +
-           text("HW 7", 22) + text("R1B", 16) + text("", 32) + text("SW 8", 22) + text("R2C", 16) +
-           words(23, 5, 22000000, 4294967295, 11, 12, 250, 13, 14, 250, rfLoop, 4026531841, supplyVoltage);
+    return toNode("00200012") + spontaneousHead(number, ct) + words(8, 0) +
+           text("[RL_ADS] RAU CH: " + std::to_string(ct) + " - Radio Up", 160);
 }
 
-std::string radioUpInSystemLog(std::int64_t number)
-{
-    return toNode("00200012") + spontaneousHead(number, 2) + words(8, 0) + text("[RL_ADS] RAU CH: 2 - Radio Up", 160);
-}
-
-class EquipmentDetection : public ModuleTest {
+class EquipmentDetection : public ChannelTest {
 protected:
-    std::function<void()> radioUp(std::int32_t ct)
-    {
-        return [this, ct] { EXPECT_TRUE(platform.radioUp(ct)); };
-    }
+    const std::function<void()> radioUp = [this] { EXPECT_TRUE(platform.radioUp(ct)); };
 
-    static std::string up(int ct)
+    std::string detected(std::int64_t number, std::int64_t rfLoop = 2, std::int64_t supplyVoltage = 1) const
     {
-        return "3 radioUp: RadioUp for ct " + std::to_string(ct) + "calling notifyRadioDetected()";
+        return toNode("00200131") + spontaneousHead(number, ct) + text("12345678901234567890123456789012", 32) +
+               text("HW 7", 22) + text("R1B", 16) + text("", 32) + text("SW 8", 22) + text("R2C", 16) +
+               words(23, 5, 22000000, 4294967295, 11, 12, 250, 13, 14, 250, rfLoop, 4026531841, supplyVoltage);
     }
 };
 
-const std::vector<std::string> queries{"IRadio_2.getInventory()", "IRadioCapability_2.getRfChannelPlan()",
-                                       "IRadioCapability_2.getRfLoopCapability()"};
-const std::string enter = "6 notifyRadioDetected: ENTER notifyRadioDetected(radioChannelId=2)";
-const std::string found = "3 notifyRadioDetected: RAU detected for channel 2";
+FOR_EACH_CHANNEL(EquipmentDetection);
 
-TEST_F(EquipmentDetection, IsToldOnceTheNodeCanTakeItAndTheUnitIsInService)
+class EquipmentDetectionOfTheUnit : public ModuleTest {};
+
+const std::vector<std::string> queries{"IRadio_$.getInventory()", "IRadioCapability_$.getRfChannelPlan()",
+                                       "IRadioCapability_$.getRfLoopCapability()"};
+const std::string up = "3 radioUp: RadioUp for ct $calling notifyRadioDetected()";
+const std::string enter = "6 notifyRadioDetected: ENTER notifyRadioDetected(radioChannelId=$)";
+const std::string found = "3 notifyRadioDetected: RAU detected for channel $";
+
+TEST_P(EquipmentDetection, IsToldOnceTheNodeCanTakeItAndTheUnitIsInService)
 {
     start({.state = remarkableRadio});
-    expectOutcome("no self test yet", radioUp(2),
-                  {queries, up(2), enter, "5 notifyRadioDetected: ANS capabilities not received yet for ct 2"});
+    expectOutcome("no self test yet", radioUp,
+                  {queries, up, enter, "5 notifyRadioDetected: ANS capabilities not received yet for ct $"});
     deliver(selfTest(1, 0xFD));
     settle();
-    expectOutcome("a node that cannot take it", radioUp(2),
-                  {queries, up(2), "1 notifyRadioDetected:  ANS is not capable of handling RauDetected1IPC for ct 2"});
+    expectOutcome("a node that cannot take it", radioUp,
+                  {queries, up, "1 notifyRadioDetected:  ANS is not capable of handling RauDetected1IPC for ct $"});
     module()->resetSelfTestCheckPerformed();
     deliver(selfTest(1, 0x06));
     settle();
-    expectOutcome("gate closed", radioUp(2),
-                  {queries, up(2),
-                   "4 notifyRadioDetected: RauDetected1IPC for ct 2 will not be sent to ANS since the MMU is "
+    expectOutcome("gate closed", radioUp,
+                  {queries, up,
+                   "4 notifyRadioDetected: RauDetected1IPC for ct $ will not be sent to ANS since the MMU is "
                    "not yet in service"});
 
     const std::vector<std::string> inService{"Bsp.setSlotId(3)", "IAlarmHandler.setMmuInService(true)"};
     const std::string gateOpened = "3 onMMUState: MMU InService, outgoing PCI messages are enabled";
-    const Exchange told{"told when in service; channel 1 has no radio",
+    const Exchange told{"told when in service; the other channel has no radio",
                         mmuState(1),
-                        {detected(0), radioUpInSystemLog(1), inService, queries, gateOpened,
-                         "6 notifyRadioDetected: ENTER notifyRadioDetected(radioChannelId=1)", enter, found}};
+                        {detected(0), radioUpInSystemLog(1, ct), inService, queries, gateOpened, enter, found}};
     runAll({&told, 1});
-    expectOutcome("told again when it comes up again", radioUp(2),
-                  {detected(2), radioUpInSystemLog(3), queries, up(2), enter, found});
+    expectOutcome("told again when it comes up again", radioUp,
+                  {detected(2), radioUpInSystemLog(3, ct), queries, up, enter, found});
 
-    platform.radioDown(2);
+    platform.radioDown(ct);
     const Exchange notTold{"a lost radio is not told of", mmuState(1), {inService, gateOpened}};
     runAll({&notTold, 1});
 }
 
-TEST_F(EquipmentDetection, ShowsTheRadioInTheTrace)
+TEST_F(EquipmentDetectionOfTheUnit, BothRadiosAreToldOfEachWithItsOwn)
+{
+    start();
+    deliver(selfTest(1, 0x06));
+    settle();
+    platform.radioUp(1);
+    platform.radioUp(2);
+    newlySent();
+    deliver(mmuState(1));
+    settle();
+    const std::string first = text("Simulated radio 18 GHz", 32) + text("SIM 100 18/1", 22) + text("R1A", 16) +
+                              text("SIM0000001", 32) + text("SIM 200 18", 22) + text("R2B03", 16) +
+                              words(18, 1, 17700000, 18710000, 40, 1960, 250, 40, 1960, 250, 2, 0, 2);
+    const std::string second = text("Simulated radio 23 GHz", 32) + text("SIM 100 23/4", 22) + text("R4C", 16) +
+                               text("SIM0000002", 32) + text("SIM 200 23", 22) + text("R5D06", 16) +
+                               words(23, 6, 21200000, 22432000, 20, 980, 500, 30, 990, 500, 3, 2, 1);
+    EXPECT_EQ(newlySent(),
+              (std::vector{toNode("00200131") + spontaneousHead(0, 1) + first, radioUpInSystemLog(1, 1),
+                           toNode("00200131") + spontaneousHead(2, 2) + second, radioUpInSystemLog(3, 2)}));
+}
+
+TEST_P(EquipmentDetection, ShowsTheRadioInTheTrace)
 {
     startInService(0x02, {.state = remarkableRadio});
     std::vector<std::string> fields;
@@ -102,10 +120,10 @@ TEST_F(EquipmentDetection, ShowsTheRadioInTheTrace)
                               "*********notifyRadioDetected() DATA END *********"}) {
         fields.push_back(std::string("6 notifyRadioDetected: ") + field);
     }
-    expectOutcome("all fields", radioUp(2), {detected(0), queries, up(2), fields, found});
+    expectOutcome("all fields", radioUp, {detected(0), queries, up, fields, found});
 }
 
-TEST_F(EquipmentDetection, TranslatesLoopAndSupplyVoltage)
+TEST_P(EquipmentDetection, TranslatesLoopAndSupplyVoltage)
 {
     startInService(0x02, {.state = remarkableRadio});
     const struct {
@@ -114,82 +132,82 @@ TEST_F(EquipmentDetection, TranslatesLoopAndSupplyVoltage)
     } voltages[] = {{0, 0}, {1, 2}, {2, 3}, {3, 4}, {4, 1}, {5, 0}, {255, 0}};
     std::int64_t number = 0;
     for (const auto& [platformVoltage, sent] : voltages) {
-        platform.patchState(
-            {{"channels", {{"2", {{"radio", {{"inventory", {{"supplyVoltage", platformVoltage}}}}}}}}}});
-        expectOutcome("supply voltage " + std::to_string(platformVoltage), radioUp(2),
-                      {detected(number++, 2, sent), queries, up(2), found});
+        patch(R"({"channels":{"$":{"radio":{"inventory":{"supplyVoltage":)" + std::to_string(platformVoltage) +
+              "}}}}}");
+        expectOutcome("supply voltage " + std::to_string(platformVoltage), radioUp,
+                      {detected(number++, 2, sent), queries, up, found});
     }
-    patch(R"({"channels":{"2":{"rfLoopAvailable":false}}})");
-    expectOutcome("no RF loop", radioUp(2), {detected(number, 3, 0), queries, up(2), found});
+    patch(R"({"channels":{"$":{"rfLoopAvailable":false}}})");
+    expectOutcome("no RF loop", radioUp, {detected(number, 3, 0), queries, up, found});
 }
 
-TEST_F(EquipmentDetection, FailingQueriesSendZeros)
+TEST_P(EquipmentDetection, FailingQueriesSendZeros)
 {
     startInService(0x02);
-    patch(R"({"results":{"IRadio_2.getInventory":32768,"IRadioCapability_2.getRfChannelPlan":32768,
-        "IRadioCapability_2.getRfLoopCapability":32768}})");
-    expectOutcome("all queries fail", radioUp(2),
-                  {toNode("00200131") + spontaneousHead(0, 2) + zeros(180) + words(3, 0, 0), queries, up(2), found});
+    patch(R"({"results":{"IRadio_$.getInventory":32768,"IRadioCapability_$.getRfChannelPlan":32768,
+        "IRadioCapability_$.getRfLoopCapability":32768}})");
+    expectOutcome("all queries fail", radioUp,
+                  {toNode("00200131") + spontaneousHead(0, ct) + zeros(180) + words(3, 0, 0), queries, up, found});
 }
 
-TEST_F(EquipmentDetection, StopsWhereTheModelHasNoChannelPlan)
+TEST_P(EquipmentDetection, StopsWhereTheModelHasNoChannelPlan)
 {
-    startInService(0x06, {.state = R"({"interfaces":{"IFrequencyController_1":false}})"});
-    expectOutcome("model not initialised", radioUp(2),
-                  {queries, up(2), "1 notifyRadioDetected:  Error in call to onRfChannelPlanReceived() for ct 2"});
+    startInService(0x06, {.state = R"({"interfaces":{"IFrequencyController_$":false}})"});
+    expectOutcome("model not initialised", radioUp,
+                  {queries, up, "1 notifyRadioDetected:  Error in call to onRfChannelPlanReceived() for ct $"});
 }
 
-TEST_F(EquipmentDetection, PassesTheSystemLogToANodeThatTakesIt)
+TEST_P(EquipmentDetection, PassesTheSystemLogToANodeThatTakesIt)
 {
     start();
-    const auto available = [this](std::int32_t ct) {
-        return [this, ct] { EXPECT_TRUE(platform.radioCapabilitiesAvailable(ct)); };
-    };
+    const auto available = [this] { EXPECT_TRUE(platform.radioCapabilitiesAvailable(ct)); };
     const std::string got =
-        "4 radioCapabilitiesAvailable: [CT2] radioCapabilitiesAvailable(): Got inventory from the radio";
-    expectOutcome("no self test yet", available(2),
-                  {got, "5 radioCapabilitiesAvailable: ANS capabilities not received yet for ct 2"});
+        "4 radioCapabilitiesAvailable: [CT$] radioCapabilitiesAvailable(): Got inventory from the radio";
+    expectOutcome("no self test yet", available,
+                  {got, "5 radioCapabilitiesAvailable: ANS capabilities not received yet for ct $"});
     deliver(selfTest(1, 0xFB & ~0x80));
     deliver(mmuState(1));
     settle();
-    expectOutcome("not capable", available(2),
-                  {got, "3 radioCapabilitiesAvailable: [CT2] radioCapabilitiesAvailable(): ANS is not capable of "
+    expectOutcome("not capable", available,
+                  {got, "3 radioCapabilitiesAvailable: [CT$] radioCapabilitiesAvailable(): ANS is not capable of "
                         "handling RLaprintExtIPC"});
     module()->resetSelfTestCheckPerformed();
     deliver(selfTest(1, 0x04));
     settle();
     expectOutcome(
-        "capable; the line names no channel", available(2),
+        "capable; the line names no channel", available,
         {toNode("00200012") + spontaneousHead(0, 0) + words(8, 0) + text("[RL_ADS] Got inventory from the radio", 160),
          got});
 }
 
-TEST_F(EquipmentDetection, OutputPowerNotificationsAreNotForTheNode)
+TEST_P(EquipmentDetection, OutputPowerNotificationsAreNotForTheNode)
 {
     startInService(0xFF & ~0x80);
-    expectOutcome("ignored", [&] { EXPECT_TRUE(platform.radioOutputPowerNotification(1, 20)); }, {});
+    expectOutcome("ignored", [&] { EXPECT_TRUE(platform.radioOutputPowerNotification(ct, 20)); }, {});
 }
 
-TEST_F(EquipmentDetection, TellsTheRadiosCompatibilityCodes)
+TEST_P(EquipmentDetection, TellsTheRadiosCompatibilityCodes)
 {
-    startInService(0, {.state = R"({"channels":{"1":{"radio":{
+    startInService(0, {.state = R"({"channels":{"$":{"radio":{
         "compatibilityCodes":[1,2,3,4,5,6,7,8,9,10,11,4294967295]}}}})"});
-    const auto request = [](std::int64_t ct) { return "00200056" + head(ct) + repeated(0x44, 48); };
-    const auto answer = [](std::int64_t ct, const std::string& codes) { return toNode("00200057") + head(ct) + codes; };
-    const auto incorrect = [](const std::string& ct) {
-        return "1 onGetRAUCapabilityReq:  Incorrect ct number " + ct + " ()";
+    const auto request = [](std::int64_t channel) { return "00200056" + head(channel) + repeated(0x44, 48); };
+    const auto answer = [](std::int64_t channel, const std::string& codes) {
+        return toNode("00200057") + head(channel) + codes;
     };
-    const std::vector<std::string> queried{"IRadio_1.getCompatibilityCodes()"};
+    const auto incorrect = [](const std::string& channel) {
+        return "1 onGetRAUCapabilityReq:  Incorrect ct number " + channel + " ()";
+    };
+    const std::vector<std::string> queried{"IRadio_$.getCompatibilityCodes()"};
     const Exchange cases[] = {
-        {"channel 1",
-         request(1),
-         {answer(1, words(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 4294967295)), queried,
+        {"the channel's",
+         request(ct),
+         {answer(ct, words(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 4294967295)), queried,
           "5 onGetRAUCapabilityReq: called (id: 0x200056)", "6 onGetRAUCapabilityReq: Received: GetRAUCapabilityReqIPC",
           "6 onGetRAUCapabilityReq: Respond with: GetRAUCapabilityResIPC"}},
         {"the query fails",
-         request(1),
-         {answer(1, zeros(48)), queried},
-         R"({"results":{"IRadio_1.getCompatibilityCodes":32768}})"},
+         request(ct),
+         {answer(ct, zeros(48)), queried},
+         R"({"results":{"IRadio_$.getCompatibilityCodes":32768}})"},
         {"channel 0", request(0), {answer(0, zeros(48)), incorrect("0")}},
         {"channel 3", request(3), {answer(3, zeros(48)), incorrect("3")}},
         {"no channel at all", request(4294967295), {answer(4294967295, zeros(48)), incorrect("4294967295")}},
@@ -197,17 +215,19 @@ TEST_F(EquipmentDetection, TellsTheRadiosCompatibilityCodes)
     runAll(cases);
 }
 
-TEST_F(EquipmentDetection, TellsAtMost101SubBands)
+TEST_P(EquipmentDetection, TellsAtMost101SubBands)
 {
     startInService();
-    const auto request = [](std::int64_t ct) { return "00200123" + head(ct); };
-    const auto answer = [](std::int64_t ct, const std::string& body) { return toNode("00200124") + head(ct) + body; };
+    const auto request = [](std::int64_t channel) { return "00200123" + head(channel); };
+    const auto answer = [](std::int64_t channel, const std::string& body) {
+        return toNode("00200124") + head(channel) + body;
+    };
     const auto subBands = [](unsigned count) {
         std::string list;
         for (unsigned i = 0; i < count; ++i) {
             list += (i == 0 ? "" : ",") + std::to_string(255 - i);
         }
-        return R"({"channels":{"2":{"radio":{"subBands":[)" + list + "]}}}}";
+        return R"({"channels":{"$":{"radio":{"subBands":[)" + list + "]}}}}";
     };
     const auto firstWords = [](unsigned count) {
         std::string list;
@@ -216,53 +236,58 @@ TEST_F(EquipmentDetection, TellsAtMost101SubBands)
         }
         return list;
     };
-    const std::vector<std::string> queried{"IRadio_2.getSupportedSubBands()"};
-    const auto incorrect = [](const std::string& ct) {
-        return "1 onGetRAUIndexCapabilitiesReq: Incorrect ct number " + ct + " ()";
+    const std::vector<std::string> queried{"IRadio_$.getSupportedSubBands()"};
+    const auto incorrect = [](const std::string& channel) {
+        return "1 onGetRAUIndexCapabilitiesReq: Incorrect ct number " + channel + " ()";
     };
     const Exchange cases[] = {
+        {"those of the radio",
+         request(ct),
+         {answer(ct, ofChannel(words(3, 1, 2, 3) + zeroWords(98), words(4, 6, 5, 4, 9) + zeroWords(97))), queried}},
         {"3",
-         request(2),
-         {answer(2, words(3) + firstWords(3) + zeroWords(98)), queried,
+         request(ct),
+         {answer(ct, words(3) + firstWords(3) + zeroWords(98)), queried,
           "5 onGetRAUIndexCapabilitiesReq: called (id: 0x200123)",
           "6 onGetRAUIndexCapabilitiesReq: Respond with: GetRAUIndexCapabilitiesResIPC"},
          subBands(3)},
-        {"none", request(2), {answer(2, zeroWords(102)), queried}, subBands(0)},
-        {"101", request(2), {answer(2, words(101) + firstWords(101)), queried}, subBands(101)},
-        {"120", request(2), {answer(2, words(101) + firstWords(101)), queried}, subBands(120)},
+        {"none", request(ct), {answer(ct, zeroWords(102)), queried}, subBands(0)},
+        {"101", request(ct), {answer(ct, words(101) + firstWords(101)), queried}, subBands(101)},
+        {"120", request(ct), {answer(ct, words(101) + firstWords(101)), queried}, subBands(120)},
         {"the query fails",
-         request(2),
-         {answer(2, zeroWords(102)), queried},
-         R"({"results":{"IRadio_2.getSupportedSubBands":32768}})"},
+         request(ct),
+         {answer(ct, zeroWords(102)), queried},
+         R"({"results":{"IRadio_$.getSupportedSubBands":32768}})"},
         {"channel 0", request(0), {answer(0, zeroWords(102)), incorrect("0")}},
         {"channel 3", request(3), {answer(3, zeroWords(102)), incorrect("3")}},
     };
     runAll(cases);
 }
 
-TEST_F(EquipmentDetection, SelectsASubBandByItsLowByte)
+TEST_P(EquipmentDetection, SelectsASubBandByItsLowByte)
 {
     startInService();
-    const auto request = [](std::int64_t ct, std::int64_t subBand) { return "00200125" + head(ct) + words(subBand); };
-    const auto answer = [](std::int64_t ct, std::int64_t result) {
-        return toNode("00200126") + head(ct) + words(result);
+    const auto request = [](std::int64_t channel, std::int64_t subBand) {
+        return "00200125" + head(channel) + words(subBand);
+    };
+    const auto answer = [](std::int64_t channel, std::int64_t result) {
+        return toNode("00200126") + head(channel) + words(result);
     };
     const Exchange cases[] = {
         {"done",
-         request(1, 7),
-         {answer(1, 0), "IRadio_1.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: called (id: 0x200125)",
+         request(ct, 7),
+         {answer(ct, 0), "IRadio_$.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: called (id: 0x200125)",
           "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 7"}},
         {"cut to a byte",
-         request(2, 0x1FE),
-         {answer(2, 0), "IRadio_2.selectSubBand(254)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 510"}},
+         request(ct, 0x1FE),
+         {answer(ct, 0), "IRadio_$.selectSubBand(254)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 510"}},
         {"refused by the radio",
-         request(1, 7),
-         {answer(1, 1), "IRadio_1.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 7"},
-         R"({"results":{"IRadio_1.selectSubBand":32768}})"},
+         request(ct, 7),
+         {answer(ct, 1), "IRadio_$.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 7"},
+         R"({"results":{"IRadio_$.selectSubBand":32768}})"},
         {"a warning is no refusal",
-         request(1, 7),
-         {answer(1, 0), "IRadio_1.selectSubBand(7)"},
-         R"({"results":{"IRadio_1.selectSubBand":32767}})"},
+         request(ct, 7),
+         {answer(ct, 0), "IRadio_$.selectSubBand(7)"},
+         R"({"results":{"IRadio_$.selectSubBand":32767}})"},
         {"channel 3 is answered with done",
          request(3, 7),
          {answer(3, 0), "1 onSetRAUIndexCapabilitiesReq:  Incorrect ct number 3 ()"}},
@@ -271,7 +296,7 @@ TEST_F(EquipmentDetection, SelectsASubBandByItsLowByte)
     runAll(cases);
 }
 
-TEST_F(EquipmentDetection, CapacitiesStandAtTheNodesNumbersOfModulations)
+TEST_F(EquipmentDetectionOfTheUnit, CapacitiesStandAtTheNodesNumbersOfModulations)
 {
     start();
     const auto mode = [](const std::string& name, int capacity) {
