@@ -2,22 +2,26 @@
 
 namespace {
 
-class EquipmentMaintenance : public ModuleTest {
+class EquipmentMaintenance : public ChannelTest {
 protected:
     /// Tells the same of each channel number that no unit has.
     void expectForWrongChannels(const std::string& requestId, const std::string& requestBody,
                                 const std::string& answerId, const std::string& answerBody, const std::string& line)
     {
-        for (const std::int64_t ct : {0LL, 3LL, 4294967295LL}) {
-            const Exchange exchange{
-                requestId + " for channel " + std::to_string(ct),
-                requestId + head(ct) + requestBody,
-                {answerId.empty() ? std::vector<std::string>{} : std::vector{toNode(answerId) + head(ct) + answerBody},
-                 line + std::to_string(ct) + " ()"}};
+        for (const std::int64_t wrong : {0LL, 3LL, 4294967295LL}) {
+            const Exchange exchange{requestId + " for channel " + std::to_string(wrong),
+                                    requestId + head(wrong) + requestBody,
+                                    {answerId.empty() ? std::vector<std::string>{}
+                                                      : std::vector{toNode(answerId) + head(wrong) + answerBody},
+                                     line + std::to_string(wrong) + " ()"}};
             runAll({&exchange, 1});
         }
     }
 };
+
+FOR_EACH_CHANNEL(EquipmentMaintenance);
+
+class MaintenanceOfTheUnit : public ModuleTest {};
 
 /// The radio's own codes, and what the node gets where they are not exchanged.
 const std::string ownCodes = words(0, 3, 0, 0, 0, 0x5b, 1, 3, 0, 0, 0, 0);
@@ -31,7 +35,7 @@ std::string selfTestAnswer(std::int64_t result, const std::string& codes)
 const std::string whiteListOff = "4 enableVornipcWhiteList: Disabling Vornipc white list for ANS RL5";
 const std::string whiteListOn = "4 enableVornipcWhiteList: Enabling Vornipc white list for ANS RL5";
 
-TEST_F(EquipmentMaintenance, SelfTestExchangesCapabilitiesOnce)
+TEST_F(MaintenanceOfTheUnit, SelfTestExchangesCapabilitiesOnce)
 {
     start();
     const std::string exchanged = "5 onSelftestReq: TODO: SAL_EQH_InitFrameFormatList (ANSCompatibilityCodes)";
@@ -73,7 +77,7 @@ TEST_F(EquipmentMaintenance, SelfTestExchangesCapabilitiesOnce)
     EXPECT_TRUE(module()->linkFacts().vornipcWhiteListActive);
 }
 
-TEST_F(EquipmentMaintenance, StatusAnswersThroughTheClosedGate)
+TEST_F(MaintenanceOfTheUnit, StatusAnswersThroughTheClosedGate)
 {
     start();
     const Exchange status{"software status",
@@ -85,129 +89,131 @@ TEST_F(EquipmentMaintenance, StatusAnswersThroughTheClosedGate)
     runAll({&status, 1});
 }
 
-TEST_F(EquipmentMaintenance, TemperatureIsASignedByte)
+TEST_P(EquipmentMaintenance, TemperatureIsASignedByte)
 {
     startInService();
-    const std::string request = "00200020" + head(2);
-    const std::string answer = toNode("00200021") + head(2);
-    const std::vector<std::string> queried{"IRadio_2.isRadioUp()", "IRadio_2.getTemperature()"};
+    const std::string request = "00200020" + head(ct);
+    const std::string answer = toNode("00200021") + head(ct);
+    const std::vector<std::string> queried{"IRadio_$.isRadioUp()", "IRadio_$.getTemperature()"};
     const Exchange cases[] = {
-        {"below zero", request, {answer + "ffffff80", queried}, R"({"channels":{"2":{"radio":{"temperature":-128}}}})"},
-        {"highest", request, {answer + words(127), queried}, R"({"channels":{"2":{"radio":{"temperature":127}}}})"},
-        {"the query fails", request, {answer + words(0), queried}, R"({"results":{"IRadio_2.getTemperature":32768}})"},
+        {"the radio's", request, {answer + words(ofChannel(31, 44)), queried}},
+        {"below zero", request, {answer + "ffffff80", queried}, R"({"channels":{"$":{"radio":{"temperature":-128}}}})"},
+        {"highest", request, {answer + words(127), queried}, R"({"channels":{"$":{"radio":{"temperature":127}}}})"},
+        {"the query fails", request, {answer + words(0), queried}, R"({"results":{"IRadio_$.getTemperature":32768}})"},
         {"radio down",
          request,
-         {answer + words(0), "IRadio_2.isRadioUp()"},
-         R"({"channels":{"2":{"radio":{"up":false}}}})"},
+         {answer + words(0), "IRadio_$.isRadioUp()"},
+         R"({"channels":{"$":{"radio":{"up":false}}}})"},
     };
     runAll(cases);
     expectForWrongChannels("00200020", "", "00200021", words(0), "1 onRauStatusReq: Incorrect ct number ");
 }
 
-TEST_F(EquipmentMaintenance, RestartIsAnsweredBeforeTheRadioGoes)
+TEST_P(EquipmentMaintenance, RestartIsAnsweredBeforeTheRadioGoes)
 {
     startInService();
-    const auto request = [](std::int64_t command) { return "00200017" + head(1) + words(command); };
-    const std::string refused = toNode("00200018") + head(1) + words(2);
-    const std::string invalid = "1 onRAURestartReq:  invalid restart request for ct 1";
+    const auto request = [this](std::int64_t command) { return "00200017" + head(ct) + words(command); };
+    const std::string refused = toNode("00200018") + head(ct) + words(2);
+    const std::string invalid = "1 onRAURestartReq:  invalid restart request for ct $";
     const std::string stubbed = "5 onRAURestartReq: ----- Stubbed RAURestartResIPC response";
     const Exchange cases[] = {
-        {"command 2", request(2), {refused, "IRadio_1.isRadioUp()", stubbed, invalid}},
-        {"command 0", request(0), {refused, "IRadio_1.isRadioUp()", invalid}},
+        {"command 2", request(2), {refused, "IRadio_$.isRadioUp()", stubbed, invalid}},
+        {"command 0", request(0), {refused, "IRadio_$.isRadioUp()", invalid}},
         {"radio down",
          request(1),
-         {refused, "IRadio_1.isRadioUp()", invalid},
-         R"({"results":{"IRadio_1.isRadioUp":0}})"},
+         {refused, "IRadio_$.isRadioUp()", invalid},
+         R"({"results":{"IRadio_$.isRadioUp":0}})"},
     };
     runAll(cases);
     expectForWrongChannels("00200017", words(1), "00200018", words(2), "1 onRAURestartReq:  Incorrect ct number ");
 
-    patch(R"({"results":{"IRadio_1.restart":0}})"); // the radio stays where it is
+    patch(R"({"results":{"IRadio_$.restart":0}})"); // the radio stays where it is
     newCalls();
     deliver(request(1));
     settle();
-    EXPECT_EQ(newlySent().back(), toNode("00200018") + head(1) + words(1));
-    EXPECT_EQ(newCalls(true), (std::vector<std::string>{"IRadio_1.isRadioUp()", "ripc.sendBufferToPci(36)",
-                                                        "IAlarmHandler.notifyRauRestart(1)", "IRadio_1.restart(0)"}));
+    EXPECT_EQ(newlySent().back(), toNode("00200018") + head(ct) + words(1));
+    EXPECT_EQ(newCalls(true),
+              (std::vector<std::string>{meant("IRadio_$.isRadioUp()"), "ripc.sendBufferToPci(36)",
+                                        meant("IAlarmHandler.notifyRauRestart($)"), meant("IRadio_$.restart(0)")}));
 }
 
-TEST_F(EquipmentMaintenance, ARestartedRadioIsLostAndDetectedAgain)
+TEST_P(EquipmentMaintenance, ARestartedRadioIsLostAndDetectedAgain)
 {
     startInService(0x02);
-    deliver("00200017" + head(2) + words(1));
+    deliver("00200017" + head(ct) + words(1));
     std::vector<std::string> sent;
     EXPECT_TRUE(comesTrue([&] {
         for (std::string& buffer : newlySent()) {
-            sent.push_back(buffer.substr(0, 16));
+            sent.push_back(buffer.substr(0, 64)); // device, id and header
         }
         return sent.size() >= 4;
     }));
-    EXPECT_EQ(sent, (std::vector<std::string>{toNode("00200005"), toNode("00200018"), toNode("00200002"),
-                                              toNode("00200131")}))
+    EXPECT_EQ(sent,
+              (std::vector{toNode("00200005") + head(0), toNode("00200018") + head(ct),
+                           toNode("00200002") + spontaneousHead(0, ct), toNode("00200131") + spontaneousHead(1, ct)}))
         << "self test, restart accepted, lost, detected";
 }
 
-TEST_F(EquipmentMaintenance, DefaultConfigurationWantsARadioThatIsUp)
+TEST_P(EquipmentMaintenance, DefaultConfigurationWantsARadioThatIsUp)
 {
     startInService();
-    const std::string request = "00200022" + head(1);
-    const std::string done = toNode("00200023") + head(1) + words(0);
-    const std::string failed = toNode("00200023") + head(1) + words(1);
-    const std::vector<std::string> tried{"IRadio_1.isRadioUp()", "IRadio_1.setDefaultConfiguration()"};
-    const std::string failedLine = "1 onSetRAUDefaultConfigReq:  Failed to set default configuration for ct 1";
+    const std::string request = "00200022" + head(ct);
+    const std::string done = toNode("00200023") + head(ct) + words(0);
+    const std::string failed = toNode("00200023") + head(ct) + words(1);
+    const std::vector<std::string> tried{"IRadio_$.isRadioUp()", "IRadio_$.setDefaultConfiguration()"};
+    const std::string failedLine = "1 onSetRAUDefaultConfigReq:  Failed to set default configuration for ct $";
     const Exchange cases[] = {
         {"done", request, {done, tried}},
         {"the highest code that is no failure",
          request,
          {done, tried},
-         R"({"results":{"IRadio_1.setDefaultConfiguration":32767}})"},
+         R"({"results":{"IRadio_$.setDefaultConfiguration":32767}})"},
         {"the lowest failure",
          request,
          {failed, tried, failedLine},
-         R"({"results":{"IRadio_1.setDefaultConfiguration":32768}})"},
+         R"({"results":{"IRadio_$.setDefaultConfiguration":32768}})"},
         {"codes are compared unsigned",
          request,
          {failed, tried, failedLine},
-         R"({"results":{"IRadio_1.setDefaultConfiguration":4294967295}})"},
+         R"({"results":{"IRadio_$.setDefaultConfiguration":4294967295}})"},
         {"radio down",
          request,
-         {failed, "IRadio_1.isRadioUp()", "1 onSetRAUDefaultConfigReq:  Radio is down for ct 1"},
-         R"({"channels":{"1":{"radio":{"up":false}}}})"},
+         {failed, "IRadio_$.isRadioUp()", "1 onSetRAUDefaultConfigReq:  Radio is down for ct $"},
+         R"({"channels":{"$":{"radio":{"up":false}}}})"},
     };
     runAll(cases);
     expectForWrongChannels("00200022", "", "00200023", words(1), "1 onSetRAUDefaultConfigReq:  Incorrect ct number ");
 }
 
-TEST_F(EquipmentMaintenance, ShiftStatusTellsOfTheAcmEngine)
+TEST_P(EquipmentMaintenance, ShiftStatusTellsOfTheAcmEngine)
 {
     startInService();
-    const std::string request = "00200129" + head(2);
-    const std::string answer = toNode("00200130") + head(2);
-    const std::vector<std::string> queried{"IAcmHandler_2.isAcmEngineEnabled()"};
+    const std::string request = "00200129" + head(ct);
+    const std::string answer = toNode("00200130") + head(ct);
+    const std::vector<std::string> queried{"IAcmHandler_$.isAcmEngineEnabled()"};
     const Exchange cases[] = {
-        {"enabled", request, {answer + words(2), queried}},
-        {"disabled", request, {answer + words(1), queried}, R"({"channels":{"2":{"acm":{"engineEnabled":false}}}})"},
+        {"the radio's", request, {answer + words(ofChannel(2, 1)), queried}},
+        {"enabled", request, {answer + words(2), queried}, R"({"channels":{"$":{"acm":{"engineEnabled":true}}}})"},
+        {"disabled", request, {answer + words(1), queried}, R"({"channels":{"$":{"acm":{"engineEnabled":false}}}})"},
         {"unknown",
          request,
-         {answer + words(0), queried, "1 onGetShiftStatusReq:  Failed to check if ACM is enabled for 2"},
-         R"({"results":{"IAcmHandler_2.isAcmEngineEnabled":32769}})"},
+         {answer + words(0), queried, "1 onGetShiftStatusReq:  Failed to check if ACM is enabled for $"},
+         R"({"results":{"IAcmHandler_$.isAcmEngineEnabled":32769}})"},
     };
     runAll(cases);
     expectForWrongChannels("00200129", "", "00200130", words(0), "1 onGetShiftStatusReq:  Incorrect ct number ");
 }
 
-TEST_F(EquipmentMaintenance, AcmLimitGoesToTheTrafficFunctionByIndex)
+TEST_P(EquipmentMaintenance, AcmLimitGoesToTheTrafficFunctionByIndex)
 {
     startInService();
-    const Exchange cases[] = {
-        {"channel 1",
-         "00200116" + head(1) + words(4294967295),
-         {"TrfMlm.setTxMaxAcmLimit(0, 4294967295)",
-          "4 onSetTxMaxAcmLimitReq: Set Tx Max Acm capacity limit for ct 1 to 4294967295"}},
-        {"channel 2",
-         "00200116" + head(2) + words(30),
-         {"TrfMlm.setTxMaxAcmLimit(1, 30)", "4 onSetTxMaxAcmLimitReq: Set Tx Max Acm capacity limit for ct 2 to 30"}},
+    const auto limit = [this](std::int64_t value, const std::string& text) {
+        return Exchange{text,
+                        "00200116" + head(ct) + words(value),
+                        {"TrfMlm.setTxMaxAcmLimit(@, " + text + ")",
+                         "4 onSetTxMaxAcmLimitReq: Set Tx Max Acm capacity limit for ct $ to " + text}};
     };
+    const Exchange cases[] = {limit(4294967295, "4294967295"), limit(30, "30")};
     runAll(cases);
     expectForWrongChannels("00200116", words(1), "", "", "1 onSetTxMaxAcmLimitReq:  Incorrect ct number ");
 
@@ -215,7 +221,7 @@ TEST_F(EquipmentMaintenance, AcmLimitGoesToTheTrafficFunctionByIndex)
     runAll(cases);
 }
 
-TEST_F(EquipmentMaintenance, FixedAnswersTouchNothing)
+TEST_F(MaintenanceOfTheUnit, FixedAnswersTouchNothing)
 {
     startInService();
     const struct {
@@ -250,30 +256,30 @@ TEST_F(EquipmentMaintenance, FixedAnswersTouchNothing)
     }
 }
 
-TEST_F(EquipmentMaintenance, RequestsThatAreOnlyTraced)
+TEST_P(EquipmentMaintenance, RequestsThatAreOnlyTraced)
 {
     startInService();
     const Exchange cases[] = {
         {"BER alarm threshold",
-         "00200048" + head(1) + words(4294967295),
-         {toNode("00200049") + head(1) + words(0), "5 onSetBerAlarmThresholdReq: called (id: 0x200048)",
+         "00200048" + head(ct) + words(4294967295),
+         {toNode("00200049") + head(ct) + words(0), "5 onSetBerAlarmThresholdReq: called (id: 0x200048)",
           "6 onSetBerAlarmThresholdReq: Received: SetBerAlarmThresholdReqIPC",
           "3 onSetBerAlarmThresholdReq: Set new ber alarm threshold to 4294967295",
           "6 onSetBerAlarmThresholdReq: Respond with: SetBerAlarmThresholdResIPC"}},
         {"the power resource request shows its value",
-         "00200127" + head(1) + words(77),
-         {toNode("00200128") + head(1) + words(0),
+         "00200127" + head(ct) + words(77),
+         {toNode("00200128") + head(ct) + words(0),
           "6 onResetInsufficientPowerResourcesErrorReq: Value received is: 77"}},
         {"BER counters",
-         "00200069" + head(1),
+         "00200069" + head(ct),
          {"5 onResetBERCounters: called (id: 0x200069)", "5 onResetBERCounters: ----- Stubbed ResetBERCountersIPC"}},
         {"carrier status",
-         "00200132" + head(1) + words(1, 2, 3, 4, 5),
+         "00200132" + head(ct) + words(1, 2, 3, 4, 5),
          {"5 onNotifyCarrierStatus: called (id: 0x200132)", "6 onNotifyCarrierStatus: Received: NotifyCarrierStatusIPC",
           "5 onNotifyCarrierStatus: ----- NotifyCarrierStatusIPC stubbed",
           "5 onNotifyCarrierStatus: carrierAction: 1, compSlot: 2, compCt: 3, spare1: 4, spare2: 5"}},
         {"initial state for protection",
-         "00200133" + head(1) + words(1),
+         "00200133" + head(ct) + words(1),
          {"5 onNotifyInitRAUStateProtc: called (id: 0x200133)",
           "6 onNotifyInitRAUStateProtc: Received: NotifyInitRAUStateProtcIPC",
           "5 onNotifyInitRAUStateProtc: ----- NotifyInitRAUStateProtcIPC stubbed"}},
@@ -281,7 +287,7 @@ TEST_F(EquipmentMaintenance, RequestsThatAreOnlyTraced)
     runAll(cases);
 }
 
-TEST_F(EquipmentMaintenance, BpmCommandsGoToANodeThatTakesThem)
+TEST_F(MaintenanceOfTheUnit, BpmCommandsGoToANodeThatTakesThem)
 {
     start();
     const auto command = [this](std::size_t length, int result) {
@@ -311,7 +317,7 @@ TEST_F(EquipmentMaintenance, BpmCommandsGoToANodeThatTakesThem)
     expectOutcome("not capable any more", command(4, 1), {incapable});
 }
 
-TEST_F(EquipmentMaintenance, BpmResponsesGoToThePlatform)
+TEST_F(MaintenanceOfTheUnit, BpmResponsesGoToThePlatform)
 {
     start();
     const Exchange response{"response",

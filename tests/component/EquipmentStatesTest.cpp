@@ -2,17 +2,21 @@
 
 namespace {
 
-class EquipmentStates : public ModuleTest {
-protected:
-    static std::string called(const std::string& method, const std::string& id)
-    {
-        return "5 " + method + ": called (id: 0x" + id + ")";
-    }
-    static std::string received(const std::string& method, const std::string& message)
-    {
-        return "6 " + method + ": Received: " + message;
-    }
-};
+class EquipmentStates : public ModuleTest {};
+
+class EquipmentStatesOfChannel : public ChannelTest {};
+
+FOR_EACH_CHANNEL(EquipmentStatesOfChannel);
+
+std::string called(const std::string& method, const std::string& id)
+{
+    return "5 " + method + ": called (id: 0x" + id + ")";
+}
+
+std::string received(const std::string& method, const std::string& message)
+{
+    return "6 " + method + ": Received: " + message;
+}
 
 const std::string statusRequest = "00200020" + head(1);
 const std::string statusAnswer = toNode("00200021") + head(1) + words(31);
@@ -81,30 +85,38 @@ TEST_F(EquipmentStates, TheSlotNumberIsTheLowByteOfTheSlot)
     EXPECT_EQ(module()->linkFacts().senderId, 9U);
 }
 
-TEST_F(EquipmentStates, StatesOfRadioAndTerminalReachTheAlarmHandler)
+TEST_P(EquipmentStatesOfChannel, StatesOfTheRadioReachTheAlarmHandler)
 {
     start();
-    const auto rau = [](std::int64_t ct, std::int64_t state) { return "00200010" + head(ct) + words(state); };
+    const auto rau = [this](std::int64_t state) { return "00200010" + head(ct) + words(state); };
+    const Exchange cases[] = {
+        {"in service",
+         rau(1),
+         {"IAlarmHandler.setRauInService($, true)", called("onRAUState", "200010"),
+          received("onRAUState", "RAUStateIPC"), "5 onRAUState: New rau state is 1", "5 onRAUState: RAU InService"}},
+        {"out of service",
+         rau(3),
+         {"IAlarmHandler.setRauInService($, false)", "5 onRAUState: New rau state is 3",
+          "5 onRAUState: RAU OutOfService"}},
+        {"in reduced service", rau(2), {"2 onRAUState: Unhandled rau state is 2"}},
+        {"in an unknown state", rau(4294967295), {"2 onRAUState: Unhandled rau state is 4294967295"}},
+    };
+    runAll(cases);
+}
+
+TEST_F(EquipmentStates, StatesOfTheTerminalReachTheAlarmHandler)
+{
+    start();
     const auto terminal = [](std::int64_t state) { return "00200011" + head(0) + words(state); };
     const Exchange cases[] = {
-        {"RAU in service",
-         rau(2, 1),
-         {"IAlarmHandler.setRauInService(2, true)", called("onRAUState", "200010"),
-          received("onRAUState", "RAUStateIPC"), "5 onRAUState: New rau state is 1", "5 onRAUState: RAU InService"}},
-        {"RAU out of service",
-         rau(1, 3),
-         {"IAlarmHandler.setRauInService(1, false)", "5 onRAUState: New rau state is 3",
-          "5 onRAUState: RAU OutOfService"}},
-        {"RAU in reduced service", rau(1, 2), {"2 onRAUState: Unhandled rau state is 2"}},
-        {"RAU in an unknown state", rau(1, 4294967295), {"2 onRAUState: Unhandled rau state is 4294967295"}},
-        {"terminal up",
+        {"up",
          terminal(1),
          {"IAlarmHandler.setTerminalUp(true)", called("onTermState", "200011"), received("onTermState", "TermStateIPC"),
           "5 onTermState: New terminal state is 1"}},
         {"reduced counts as up", terminal(2), {"IAlarmHandler.setTerminalUp(true)"}},
-        {"terminal down", terminal(3), {"IAlarmHandler.setTerminalUp(false)"}},
-        {"terminal 0", terminal(0), {"2 onTermState: Unhandled terminal state is 0"}},
-        {"terminal 4", terminal(4), {"2 onTermState: Unhandled terminal state is 4"}},
+        {"down", terminal(3), {"IAlarmHandler.setTerminalUp(false)"}},
+        {"0", terminal(0), {"2 onTermState: Unhandled terminal state is 0"}},
+        {"4", terminal(4), {"2 onTermState: Unhandled terminal state is 4"}},
     };
     runAll(cases);
 }
@@ -169,28 +181,24 @@ TEST_F(EquipmentStates, ClosePciQuiescesTheChannelsThatTheUnitHas)
     }
 }
 
-TEST_F(EquipmentStates, TellsTheNodeOfALostRadio)
+TEST_P(EquipmentStatesOfChannel, TellsTheNodeOfALostRadio)
 {
     startInService();
-    const auto down = [](const std::string& ct) {
-        return std::vector<std::string>{"5 radioDown: Callback: << radioDown(): for ct " + ct,
-                                        "3 radioDown: RAU lost for channel " + ct};
-    };
-    expectOutcome("gate open", [&] { EXPECT_TRUE(platform.radioDown(2)); },
-                  {toNode("00200002") + spontaneousHead(0, 2), down("2")});
+    const auto radioDown = [this] { EXPECT_TRUE(platform.radioDown(ct)); };
+    const auto lost = [this](std::int64_t number) { return toNode("00200002") + spontaneousHead(number, ct); };
+    const std::vector<std::string> down{"5 radioDown: Callback: << radioDown(): for ct $",
+                                        "3 radioDown: RAU lost for channel $"};
+    expectOutcome("gate open", radioDown, {lost(0), down});
     deliver(mmuState(3));
     settle();
-    auto refused = down("1");
-    refused.emplace_back("1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, "
-                         "Id:2097154");
-    expectOutcome("gate closed", [&] { EXPECT_TRUE(platform.radioDown(1)); }, {refused});
+    expectOutcome("gate closed", radioDown,
+                  {down, "1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, "
+                         "Id:2097154"});
     deliver(mmuState(1));
     settle();
-    expectOutcome("the dropped one has used a number", [&] { platform.radioDown(1); },
-                  {toNode("00200002") + spontaneousHead(2, 1), down("1")});
+    expectOutcome("the dropped one has used a number", radioDown, {lost(2), down});
     module()->resetSpontaneousMessageSequenceNumber();
-    expectOutcome("numbers begin again", [&] { platform.radioDown(1); },
-                  {toNode("00200002") + spontaneousHead(0, 1), down("1")});
+    expectOutcome("numbers begin again", radioDown, {lost(0), down});
 }
 
 TEST_F(EquipmentStates, AnUnitWithoutItsAlarmHandlerOnlyRefusesTheNotification)
