@@ -17,9 +17,18 @@ protected:
     }
 };
 
+class LifecycleOfChannel : public ChannelTest {};
+
+FOR_EACH_CHANNEL(LifecycleOfChannel);
+
 std::string lookup(const std::string& name)
 {
     return "InterfaceBroker.lookup(" + name + ")";
+}
+
+std::string missing(const std::string& method, const std::string& interface)
+{
+    return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
 }
 
 /// What the module's parts look up and register, part by part.
@@ -152,40 +161,44 @@ TEST_F(Lifecycle, AMissingInterfaceIsNamedAtStart)
     }
 }
 
-TEST_F(Lifecycle, RequestsRefuseWhatIsMissing)
+TEST_P(LifecycleOfChannel, RequestsRefuseARadioThatIsMissing)
 {
-    startInService(0x20, {.state = R"({"interfaces":{"IRadio_2":false}})"});
-    const auto missing = [](const std::string& method, const std::string& interface) {
-        return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
-    };
+    startInService(0, {.state = R"({"interfaces":{"IRadio_$":false}})"});
     const Exchange cases[] = {
-        {"the other channel is served",
-         "00200022" + head(1),
-         {toNode("00200023") + head(1) + words(0), "IRadio_1.isRadioUp()", "IRadio_1.setDefaultConfiguration()"}},
         {"status",
-         "00200020" + head(2),
-         {toNode("00200021") + head(2) + words(0), missing("onRauStatusReq", "IRadio_2")}},
+         "00200020" + head(ct),
+         {toNode("00200021") + head(ct) + words(0), missing("onRauStatusReq", "IRadio_$")}},
         {"default configuration",
-         "00200022" + head(2),
-         {toNode("00200023") + head(2) + words(1), missing("onSetRAUDefaultConfigReq", "IRadio_2")}},
+         "00200022" + head(ct),
+         {toNode("00200023") + head(ct) + words(1), missing("onSetRAUDefaultConfigReq", "IRadio_$")}},
         {"restart",
-         "00200017" + head(2) + words(1),
-         {toNode("00200018") + head(2) + words(2), missing("onRAURestartReq", "IRadio_2")}},
+         "00200017" + head(ct) + words(1),
+         {toNode("00200018") + head(ct) + words(2), missing("onRAURestartReq", "IRadio_$")}},
         {"compatibility codes",
-         "00200056" + head(2) + zeros(48),
-         {toNode("00200057") + head(2) + zeros(48), missing("onGetRAUCapabilityReq", "IRadio_2")}},
+         "00200056" + head(ct) + zeros(48),
+         {toNode("00200057") + head(ct) + zeros(48), missing("onGetRAUCapabilityReq", "IRadio_$")}},
         {"sub-bands",
-         "00200123" + head(2),
-         {toNode("00200124") + head(2) + zeroWords(102), missing("onGetRAUIndexCapabilitiesReq", "IRadio_2")}},
+         "00200123" + head(ct),
+         {toNode("00200124") + head(ct) + zeroWords(102), missing("onGetRAUIndexCapabilitiesReq", "IRadio_$")}},
         {"sub-band selection",
-         "00200125" + head(2) + words(1),
-         {toNode("00200126") + head(2) + words(1), missing("onSetRAUIndexCapabilitiesReq", "IRadio_2"),
+         "00200125" + head(ct) + words(1),
+         {toNode("00200126") + head(ct) + words(1), missing("onSetRAUIndexCapabilitiesReq", "IRadio_$"),
           "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 1"}},
         {"shift status; what stands behind the radio has not been looked up",
-         "00200129" + head(2),
-         {toNode("00200130") + head(2) + words(0), missing("onGetShiftStatusReq", "IAcmHandler_2")}},
+         "00200129" + head(ct),
+         {toNode("00200130") + head(ct) + words(0), missing("onGetShiftStatusReq", "IAcmHandler_$")}},
     };
     runAll(cases);
+}
+
+TEST_F(Lifecycle, RequestsRefuseWhatIsMissing)
+{
+    startInService(0, {.state = R"({"interfaces":{"IRadio_2":false}})"});
+    const Exchange other{
+        "the other channel is served",
+        "00200022" + head(1),
+        {toNode("00200023") + head(1) + words(0), "IRadio_1.isRadioUp()", "IRadio_1.setDefaultConfiguration()"}};
+    runAll({&other, 1});
 
     start({.state = R"({"interfaces":{"IRlbspKroApi":false}})"});
     const Exchange withoutRlbsp[] = {

@@ -134,20 +134,22 @@ private:
 
 TEST_F(MisuseMatrix, FailingOperations)
 {
-    startInService(0x26, {.traceLevel = 5});
-    configureChannels();
-    deliverCatalogue(1);
-    deliverCatalogue(1); // with the loop the other way
-    auto operations = usedOperations();
-    std::erase_if(operations, [](const auto& operation) { return operation.second.is_null(); });
-    EXPECT_EQ(operations.size(), 42U) << "all that have a result and serve the unit or channel 1, some of channel 2";
-    for (const auto& [operation, result] : operations) {
-        SCOPED_TRACE(operation + " fails");
-        platform.patchState({{"results", {{operation, result}}}});
-        deliverCatalogue(1);
-        EXPECT_GE(platform.state()["hits"]["results"][operation], 1) << "or nothing has failed";
-        EXPECT_TRUE(answersSelfTest());
-        endInjections();
+    for (const std::uint32_t ct : {1U, 2U}) {
+        startInService(0x26, {.traceLevel = 5});
+        configureChannels();
+        deliverCatalogue(ct);
+        deliverCatalogue(ct); // with the loop the other way
+        auto operations = usedOperations();
+        std::erase_if(operations, [](const auto& operation) { return operation.second.is_null(); });
+        EXPECT_EQ(operations.size(), 42U) << "all with a result that serve the unit or the channel, some of the other";
+        for (const auto& [operation, result] : operations) {
+            SCOPED_TRACE(operation + " fails");
+            platform.patchState({{"results", {{operation, result}}}});
+            deliverCatalogue(ct);
+            EXPECT_GE(platform.state()["hits"]["results"][operation], 1) << "or nothing has failed";
+            EXPECT_TRUE(answersSelfTest());
+            endInjections();
+        }
     }
 }
 
@@ -306,6 +308,7 @@ TEST_F(MisuseMatrix, NoInterfaceAtAll)
     }
     start({.state = simulated::Json{{"interfaces", interfaces}}.dump(), .traceLevel = 5});
     deliverCatalogue(1);
+    deliverCatalogue(2);
     EXPECT_TRUE(answersSelfTest());
 }
 
