@@ -1,5 +1,6 @@
 #include "EquipmentMessages.h"
 #include "MessageCatalogue.h"
+#include "PowerControlMessages.h"
 #include "PsMessages.h"
 #include "SimulatedPlatform.h"
 #include "TableFile.h"
@@ -9,10 +10,8 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <map>
 #include <set>
-#include <thread>
 
 namespace {
 
@@ -41,7 +40,27 @@ struct FakeArea {
 
 class MessageHandler : public testing::Test {
 protected:
-    MessageHandler() { simulated::Platform::instance().setTracePrinting(false); }
+    using Lines = std::vector<std::string>;
+
+    MessageHandler()
+    {
+        auto& platform = simulated::Platform::instance();
+        platform.configure(2);
+        platform.setTracePrinting(false);
+    }
+
+    /// Lines of the trace since the last time that this was asked, as "1 method: text".
+    Lines newTrace()
+    {
+        const auto answer = simulated::Platform::instance().traceLines(m_nextLine);
+        answer["next"].get_to(m_nextLine);
+        Lines lines;
+        for (const auto& line : answer["lines"]) {
+            lines.push_back(std::to_string(line["level"].get<int>()) + " " + line["method"].get<std::string>() + ": " +
+                            line["text"].get<std::string>());
+        }
+        return lines;
+    }
 
     void receive(const std::string& buffer, VornipcDeviceId device = VornipcDeviceId::ads)
     {
@@ -51,6 +70,9 @@ protected:
     std::shared_ptr<FakeSender> sender = std::make_shared<FakeSender>();
     VornipcMessageHandler handler{"", sender};
     FakeArea area;
+
+private:
+    std::uint64_t m_nextLine = 0;
 };
 
 const std::string noHeaderValues = "00000000 00000000 00000000 00000000 00000000 00000000";
@@ -85,6 +107,60 @@ TEST_F(MessageHandler, DispatchesByIdAndByGroup)
     receive(otherKind, VornipcDeviceId::ps);
     EXPECT_EQ(area.states, (std::vector<std::uint32_t>{2, 3}));
     EXPECT_EQ(area.channels, (std::vector<std::uint32_t>{2}));
+}
+
+TEST_F(MessageHandler, DropsWhatComesFromAnUnknownDevice)
+{
+    handler.registerReceivers(area, &FakeArea::onMmuState);
+    for (const std::uint32_t device : {2U, 9U, 11U, 0xffffffffU}) {
+        receive(bytes("00200009" + noHeaderValues + "00000001"), VornipcDeviceId{device});
+        EXPECT_EQ(newTrace(), Lines{"1 onMessageReceived: Message with unknown device id received"}) << device;
+    }
+    EXPECT_TRUE(area.states.empty());
+}
+
+/// Sends a message of the given type; @return how many have left
+template <class Message>
+std::size_t leaves(VornipcMessageHandler& handler, FakeSender& sender)
+{
+    Message message;
+    const auto before = sender.sent.size();
+    handler.send(message, VornipcDeviceId::ads);
+    return sender.sent.size() - before;
+}
+
+TEST_F(MessageHandler, GateAndWhiteListHoldAnswersBackEachWithItsLine)
+{
+    const std::string gate =
+        "1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, Id:";
+    const std::string list =
+        "1 send: Outgoing Vornipc message discarded since the message Id is not in the white list, Id: ";
+    const struct {
+        bool gateOpen;
+        bool whiteListActive;
+        std::size_t closePci; // passes the gate and is listed
+        std::size_t lost;     // is listed
+        std::size_t power;
+        Lines lines;
+    } cases[] = {
+        {true, false, 1, 1, 1, {}},
+        {false, false, 1, 0, 0, {gate + "2097154", gate + "3145766"}},
+        {true, true, 1, 1, 0, {list + "300026", gate + "3145766"}},
+        {false, true, 1, 0, 0, {gate + "2097154", list + "300026", gate + "3145766"}},
+    };
+    for (const auto& [gateOpen, whiteListActive, closePci, lost, power, lines] : cases) {
+        handler.setOutgoingIpcMessagesAllowed(gateOpen);
+        handler.enableVornipcWhiteList(whiteListActive);
+        EXPECT_EQ(handler.outgoingIpcMessagesAllowed(), gateOpen);
+        EXPECT_EQ(leaves<ADSClosePciResIPC>(handler, *sender), closePci);
+        EXPECT_EQ(leaves<RAULostIPC>(handler, *sender), lost);
+        EXPECT_EQ(leaves<SetRfPowerResIPC>(handler, *sender), power);
+        EXPECT_EQ(newTrace(), lines);
+        HandleContinuousWaveGroupResIPC answer;
+        handler.send(answer, VornipcDeviceId::ps);
+        EXPECT_EQ(newTrace(), Lines{}) << "neither is for the PS device";
+    }
+    EXPECT_EQ(sender->sent.size(), 11U);
 }
 
 TEST_F(MessageHandler, ThrowsOnShortMessagesAndCallsNobody)
@@ -137,48 +213,14 @@ TEST_F(MessageHandler, NumbersSpontaneousMessagesAndWrapsRound)
     EXPECT_EQ(handler.getSpontaneousMessageSequenceNumber(), 0x80000001U);
     handler.resetSpontaneousMessageSequenceNumber();
     EXPECT_EQ(handler.getSpontaneousMessageSequenceNumber(), 0x80000000U);
-}
-
-TEST_F(MessageHandler, HandsOutEachNumberOnceAmongThreads)
-{
-    constexpr std::size_t each = 2000;
-    std::array<std::vector<std::uint32_t>, 3> taken;
-    std::vector<std::thread> threads;
-    for (auto& numbers : taken) {
-        threads.emplace_back([this, &numbers] {
-            for (std::size_t i = 0; i < each; ++i) {
-                numbers.push_back(handler.getSpontaneousMessageSequenceNumber());
-            }
-        });
+    for (const std::uint32_t last : {0x7fffffffU, 0xffffffffU}) { // of the visible numbers, and of the counter's
+        SpontaneousNumbers numbers(last);
+        EXPECT_EQ(numbers.take(), 0xffffffffU);
+        EXPECT_EQ(numbers.take(), 0x80000000U);
+        EXPECT_EQ(numbers.take(), 0x80000001U);
+        numbers.reset();
+        EXPECT_EQ(numbers.take(), 0x80000000U);
     }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    std::set<std::uint32_t> all;
-    for (const auto& numbers : taken) {
-        all.insert(numbers.begin(), numbers.end());
-    }
-    EXPECT_EQ(all.size(), taken.size() * each);
-}
-
-TEST_F(MessageHandler, RegistersWhileMessagesArrive)
-{
-    std::atomic<bool> registered = false;
-    std::thread reader([this, &registered] {
-        const std::string message = bytes("00200011" + noHeaderValues + "00000001");
-        while (!registered) {
-            receive(message);
-        }
-        receive(message);
-    });
-    FakeArea otherArea;
-    for (int i = 0; i < 500; ++i) {
-        handler.registerReceivers(otherArea, &FakeArea::onMmuState);
-    }
-    handler.registerReceivers(area, &FakeArea::onTermState);
-    registered = true;
-    reader.join();
-    EXPECT_GE(area.others, 1);
 }
 
 TEST(VornipcWhiteList, HoldsTheMessagesThatItShouldAndNoOther)

@@ -16,9 +16,6 @@ namespace {
 /// Port of the modem unit for connections other than PCI.
 constexpr int mmuPort = 23043;
 
-/// Marks the sequence number of a spontaneous message.
-constexpr std::uint32_t spontaneousBit = 0x80000000;
-
 /// What every line in the node's system log begins with, and its code. Fixed by the node protocol.
 constexpr const char* syslogPrefix = "[RL_ADS] ";
 constexpr std::uint32_t syslogPrintCode = 8;
@@ -129,14 +126,12 @@ void VornipcMessageHandler::connect(VornipcMessageClient::Type type) const
 
 std::uint32_t VornipcMessageHandler::getSpontaneousMessageSequenceNumber()
 {
-    const std::scoped_lock lock(m_mutex);
-    return m_spontaneousSequenceCounter++ | spontaneousBit;
+    return m_spontaneousNumbers.take();
 }
 
 void VornipcMessageHandler::resetSpontaneousMessageSequenceNumber()
 {
-    const std::scoped_lock lock(m_mutex);
-    m_spontaneousSequenceCounter = 0;
+    m_spontaneousNumbers.reset();
 }
 
 std::uint8_t VornipcMessageHandler::getSlotNumber() const
@@ -178,13 +173,11 @@ bool VornipcMessageHandler::vornipcWhiteListActive() const
 
 void VornipcMessageHandler::setOutgoingIpcMessagesAllowed(bool allowed)
 {
-    const std::scoped_lock lock(m_mutex);
     m_outgoingMessagesAllowed = allowed;
 }
 
 bool VornipcMessageHandler::outgoingIpcMessagesAllowed() const
 {
-    const std::scoped_lock lock(m_mutex);
     return m_outgoingMessagesAllowed;
 }
 

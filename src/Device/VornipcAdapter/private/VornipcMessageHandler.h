@@ -10,6 +10,7 @@
 
 #include "IVornipcRxCallback.h"
 #include "IVornipcSender.h"
+#include "SpontaneousNumbers.h"
 #include "Trace.h"
 #include "VornipcMessageClientOnTarget.h"
 #include "WireMessage.h"
@@ -97,12 +98,13 @@ private:
     std::shared_ptr<IVornipcSender> m_vornipcSender;
     std::string m_mmuAddress;
 
-    mutable std::mutex m_mutex; ///< guards the five values below; no other object is called under it but the trace
-    std::uint32_t m_spontaneousSequenceCounter = 0;
+    SpontaneousNumbers m_spontaneousNumbers;
+    std::atomic<bool> m_outgoingMessagesAllowed = false; ///< read for every message sent
+
+    mutable std::mutex m_mutex; ///< guards the three values below; no other object is called under it but the trace
     std::uint8_t m_slotNumber = 0;
     std::uint32_t m_senderId = 0;
     bool m_whiteListActive = false;
-    std::atomic<bool> m_outgoingMessagesAllowed = false; ///< read without the lock for every message sent
 };
 
 namespace message_handler_detail {
