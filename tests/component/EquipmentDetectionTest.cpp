@@ -1,5 +1,6 @@
 #include "support/ModuleTest.h"
 
+#include <algorithm>
 #include <map>
 
 namespace {
@@ -121,6 +122,42 @@ TEST_P(EquipmentDetection, ShowsTheRadioInTheTrace)
         fields.push_back(std::string("6 notifyRadioDetected: ") + field);
     }
     expectOutcome("all fields", radioUp, {detected(0), queries, up, fields, found});
+}
+
+TEST_P(EquipmentDetection, TextsEndAtTheirZeroOrTheirWidth)
+{
+    startInService(0x02, {.state = remarkableRadio});
+    const struct {
+        const char* name;
+        std::size_t width;
+    } fields[] = {{"productName", 32},  {"hwProductNumber", 22}, {"hwRevision", 16},
+                  {"serialNumber", 32}, {"swProductNumber", 22}, {"swRevision", 16}};
+    const auto sentOf = [&](const std::function<std::string(std::size_t)>& given,
+                            const std::function<std::string(std::size_t)>& shown) {
+        std::string expected;
+        std::vector<std::string> lines;
+        for (const auto& [name, width] : fields) {
+            platform.patchState({{"channels", {{std::to_string(ct), {{"radio", {{"inventory", {{name, given(width)}}}}}}}}}});
+            expected += text(shown(width), width);
+            lines.push_back(std::string("6 notifyRadioDetected: ") + name + " = " + shown(width));
+        }
+        newlySent();
+        newTrace();
+        radioUp();
+        const auto sent = newlySent();
+        EXPECT_EQ(sent.at(0).substr(64, expected.size()), expected);
+        const auto trace = newTrace(lines);
+        for (const std::string& line : lines) {
+            EXPECT_EQ(std::count(trace.begin(), trace.end(), line), 1) << line;
+        }
+    };
+    const auto letters = [](std::size_t less) {
+        return [less](std::size_t width) { return std::string(width - less, 'x'); };
+    };
+    sentOf(letters(0), letters(0));
+    sentOf(letters(1), letters(1));
+    sentOf([](std::size_t width) { return std::string("ab\0", 3) + std::string(width - 3, 'x'); },
+           [](std::size_t /*width*/) { return "ab"; });
 }
 
 TEST_P(EquipmentDetection, TranslatesLoopAndSupplyVoltage)

@@ -1,6 +1,9 @@
 #include "support/ModuleTest.h"
 
+#include <pthread.h>
+
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -95,6 +98,34 @@ TEST_F(Link, AShortMessageEndsTheReaderAndSaysSo)
     }
 }
 
+TEST_F(Link, ExceptionsWithoutATextEndTheReaderToo)
+{
+    startInService();
+    platform.driver().setTransmitter([](const char* /*data*/, unsigned /*length*/) -> int { throw 42; });
+    newTrace();
+    deliver("00200080" + head(1));
+    EXPECT_TRUE(comesTrue([&] { return module()->linkFacts().reader == VornipcLinkFacts::Reader::ended; }));
+    EXPECT_EQ(module()->linkFacts().reason, "an exception without a text");
+    EXPECT_EQ(newTrace(),
+              (std::vector<std::string>{"1 readThread: Exception in: readThread()",
+                                        "1 readThread: readThread(): the reader has ended, no message is "
+                                        "served any more. Last message: id 0x200080, device 0, length 28"}));
+}
+
+TEST_F(Link, AReaderThatCannotBeStartedIsTold)
+{
+    pthread_attr_t attributes{};
+    ASSERT_EQ(pthread_getattr_default_np(&attributes), 0);
+    pthread_attr_t tooLarge = attributes;
+    ASSERT_EQ(pthread_attr_setstacksize(&tooLarge, std::numeric_limits<std::size_t>::max() / 4), 0);
+    ASSERT_EQ(pthread_setattr_default_np(&tooLarge), 0);
+    start();
+    ASSERT_EQ(pthread_setattr_default_np(&attributes), 0);
+    EXPECT_EQ(newTrace()[1], "1 startReadThread: Exception: Resource temporarily unavailable, in: startReadThread()");
+    EXPECT_EQ(module()->linkFacts().reader, VornipcLinkFacts::Reader::ended);
+    EXPECT_EQ(module()->linkFacts().reason, "Resource temporarily unavailable");
+}
+
 TEST_F(Link, TheClosedGateLetsThreeAnswersPass)
 {
     start();
@@ -150,6 +181,60 @@ TEST_F(Link, TheWhiteListCutsOffTheOtherAreas)
     runAll(cases);
 }
 
+TEST_F(Link, GateAndWhiteListHoldBackWhatTheRadioTellsUnasked)
+{
+    const std::string gate =
+        "1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, Id:";
+    const std::string list =
+        "1 send: Outgoing Vornipc message discarded since the message Id is not in the white list, Id: ";
+    constexpr EChannelSelector channel{1};
+    const std::uint8_t data = 1;
+    const struct {
+        std::string id;
+        std::function<void()> tell;
+        bool listed = false;
+    } cases[] = {
+        {"1000043", [&] { module()->notifyProtectionModeOperStatus(channel, 1); }},
+        {"1000019", [&] { module()->notifyActiveRadioSw(channel, 1); }},
+        {"1000020", [&] { module()->notifyWorkingRxSw(channel, 1); }},
+        {"500101", [&] { module()->notifyHopRx(channel, 1, &data); }},
+        {"500001", [&] { module()->notifyHccRx(channel, 0, 0, 1, &data); }},
+        {"800002", [&] { module()->notifyTestCommandTx(channel, {}); }},
+        {"200012", [&] { module()->sendToNpuSyslog("x"); }, true},
+        {"200134", [&] { EXPECT_EQ(platform.bpmCommand({1}), 0); }, true},
+    };
+    startInService(0xA0);
+    const auto run = [&](bool gateOpen) {
+        module()->setOutgoingIpcMessagesAllowed(gateOpen);
+        const bool whiteListActive = module()->linkFacts().vornipcWhiteListActive;
+        for (const auto& [id, tell, listed] : cases) {
+            SCOPED_TRACE(id);
+            std::vector<std::string> lines;
+            if (whiteListActive && !listed) {
+                lines.push_back(list + id);
+            }
+            if (!gateOpen || !lines.empty()) {
+                lines.push_back(gate + std::to_string(std::stoul(id, nullptr, 16)));
+            }
+            newTrace();
+            tell();
+            EXPECT_EQ(newTrace(), lines);
+            EXPECT_EQ(newlySent().size(), lines.empty() ? 1U : 0U);
+        }
+    };
+    newlySent();
+    run(true);
+    run(false);
+    module()->resetSelfTestCheckPerformed();
+    deliver(selfTest(1, 0x20)); // without the list
+    settle();
+    newlySent();
+    run(false);
+    run(true);
+    expectOutcome("the dropped ones have used numbers", [&] { module()->notifyActiveRadioSw(channel, 9); },
+                  {toNode("01000019") + spontaneousHead(32, 1, 0) + words(9)});
+}
+
 TEST_F(Link, SystemLogLinesAreCutAt159Bytes)
 {
     startInService();
@@ -164,6 +249,11 @@ TEST_F(Link, SystemLogLinesAreCutAt159Bytes)
     expectOutcome("200", log(a150 + std::string(50, 'b')), {line(3, 0, "[RL_ADS] " + a150)});
     expectOutcome("with a channel", [&] { module()->sendToNpuSyslog("x", RadioChannel{2}); },
                   {line(4, 2, "[RL_ADS] RAU CH: 2 - x")});
+    const std::string a138(138, 'a');
+    expectOutcome("138 fit behind a channel", [&] { module()->sendToNpuSyslog(a138, RadioChannel{1}); },
+                  {line(5, 1, "[RL_ADS] RAU CH: 1 - " + a138)});
+    expectOutcome("139 do not", [&] { module()->sendToNpuSyslog(a138 + "b", RadioChannel{1}); },
+                  {line(6, 1, "[RL_ADS] RAU CH: 1 - " + a138)});
     module()->setOutgoingIpcMessagesAllowed(false);
     expectOutcome("gate closed", log("x"),
                   {"1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, "
