@@ -49,7 +49,7 @@ test: build ## every test of the everyday build
 	$(call test,dev)
 
 ##@ Quality
-.PHONY: lint format asan tsan clang bench arm
+.PHONY: lint format asan tsan clang mutate bench arm
 lint: ## formatting and static checks
 	@scripts/setup.sh base lint
 	@scripts/lint.sh format
@@ -72,6 +72,11 @@ clang: ## build and tests with clang++
 	@scripts/setup.sh base lint
 	$(call build,clang)
 	$(call test,clang)
+
+# make mutate N=40 SEED=7; all faults there are without N. MUTATE_ARGS: see scripts/mutate --help
+mutate: ## put faults into src/, one at a time, and tell which ones no test notices
+	@scripts/setup.sh base lint
+	@python3 scripts/mutate $(if $(N),-n $(N)) --seed $(or $(SEED),1) $(MUTATE_ARGS)
 
 arm: ## the 32-bit ARM build, its unit and component tests under emulation
 	@scripts/setup.sh base arm

@@ -8,9 +8,9 @@ declare -A packages=(
     [base]="cmake make ninja-build g++ pkg-config binutils ca-certificates
         libasio-dev libcpp-httplib-dev nlohmann-json3-dev libcli11-dev libfmt-dev libcereal-dev rapidjson-dev
         libgtest-dev libgmock-dev libbenchmark-dev curl jq"
-    # the second compiler, the sanitizers' run-time for it, formatting and static checks; a cache, since whoever builds
-    # all of that builds it often
-    [lint]="clang clang-tidy clang-format libclang-rt-14-dev ccache"
+    # the second compiler, the sanitizers' run-time for it, formatting and static checks, faults put in on purpose; a
+    # cache, since whoever builds all of that builds it often
+    [lint]="clang clang-tidy clang-format libclang-rt-14-dev ccache python3"
     # the pages of `make docs`
     [docs]="doxygen"
     # 32-bit ARM: cross compiler, emulator, GoogleTest as sources
