@@ -1,7 +1,8 @@
 #include "FakedClock.h"
+#include "TableFile.h"
 #include "support/ModuleTest.h"
 
-#include <array>
+#include <map>
 
 using namespace std::chrono_literals;
 
@@ -22,27 +23,50 @@ protected:
 
 FOR_EACH_CHANNEL(AlarmSignal);
 
-/// The node's fault of each of the radio's signals; -1 where nothing is told. Higher signals are unknown.
-constexpr std::array<int, 43> faults{0,  78, 79, 55, 1,  2,  3,  4,  6,  7,  8,  9,  10, 11, -1,
-                                     12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 64, 65, 67, 66, 68,
-                                     69, 70, 72, 71, 73, 54, 53, 50, 56, 0,  -1, 0,  -1};
+/// The name of each fault; those without one are called like fault 0.
+std::string nameOfFault(std::int64_t id)
+{
+    static const std::map<std::int64_t, std::string> names = [] {
+        std::map<std::int64_t, std::string> read;
+        for (const TableLine& line : linesOfSection("words.txt", "faults")) {
+            read[numberOf(line.words().at(0))] = line.words().at(1);
+        }
+        return read;
+    }();
+    const auto found = names.find(id);
+    return found != names.end() ? found->second : names.at(0);
+}
 
 TEST_P(AlarmSignal, EverySignalHasItsFault)
 {
     startInService();
     module()->enableTimeStamp(false);
+    const auto signals = linesOfSection("words.txt", "signal ids");
+    ASSERT_EQ(signals.size(), 256U);
     std::int64_t number = 0;
-    for (unsigned signal = 0; signal <= 255; ++signal) {
-        const int faultId = signal < faults.size() ? faults.at(signal) : 0;
+    for (const TableLine& line : signals) {
+        const auto row = line.words();
         Outcome expected;
-        if (faultId > 0) {
-            expected = {setFault(number, faultId, 1)};
-        } else if (faultId == 0) {
-            expected = {setFault(number, 0, 1),
-                        "2 signalFault: Unhandled signalId (FaultSignal): " + std::to_string(signal)};
+        if (row.at(1) != "-") {
+            const std::int64_t id = numberOf(row[1]);
+            const std::string unhandled = "2 signalFault: Unhandled signalId (FaultSignal): " + row[0];
+            expected = {setFault(number++, id, 1), id == 0 ? std::vector{unhandled} : std::vector<std::string>{},
+                        "5 notifyFault: [Ch $] Sending spontaneous fault(" + row[1] + ": " + nameOfFault(id) +
+                            ") - Active"};
         }
-        number += faultId >= 0 ? 1 : 0;
-        expectOutcome("signal " + std::to_string(signal), fault(static_cast<std::uint8_t>(signal), true), expected);
+        expectOutcome(line.place, fault(static_cast<std::uint8_t>(numberOf(row.at(0))), true), expected);
+    }
+}
+
+TEST_P(AlarmSignal, EveryFaultOfTheNodeHasItsName)
+{
+    startInService();
+    for (std::int64_t id = 0; id <= 80; ++id) {
+        const Exchange exchange{std::to_string(id),
+                                "00100002" + head(ct) + words(id, 1, 9, 9),
+                                {"5 onFaultFromAds: [Ch $] Received spontaneous fault(" + std::to_string(id) + ": " +
+                                 nameOfFault(id) + ") - Active from ADS"}};
+        runAll({&exchange, 1});
     }
 }
 
@@ -51,14 +75,10 @@ TEST_P(AlarmSignal, FaultsAreLoggedByName)
     startInService();
     module()->enableTimeStamp(false);
     const std::string sending = "5 notifyFault: [Ch ";
-    expectOutcome("active", fault(4, true),
-                  {setFault(0, 1, 1), sending + "$] Sending spontaneous fault(1: fiRadioCommChC) - Active"});
     expectOutcome("cleared", fault(34, false),
-                  {setFault(1, 73, 0), sending + "$] Sending spontaneous fault(73: fiTLTM24hC) - Cleared"});
-    expectOutcome("a fault without a name", fault(1, true),
-                  {setFault(2, 78, 1), sending + "$] Sending spontaneous fault(78: fiUnKnownC) - Active"});
+                  {setFault(0, 73, 0), sending + "$] Sending spontaneous fault(73: fiTLTM24hC) - Cleared"});
     expectOutcome("any channel is told", [this] { EXPECT_TRUE(platform.fault(13, -1, true)); },
-                  {toNode("00100002") + spontaneousHead(3, -1) + words(11, 1, 0, 0),
+                  {toNode("00100002") + spontaneousHead(1, -1) + words(11, 1, 0, 0),
                    sending + "4294967295] Sending spontaneous fault(11: fiBerC) - Active"});
 
     const auto received = [](const char* text) {

@@ -137,7 +137,8 @@ TEST_P(EquipmentDetection, TextsEndAtTheirZeroOrTheirWidth)
         std::string expected;
         std::vector<std::string> lines;
         for (const auto& [name, width] : fields) {
-            platform.patchState({{"channels", {{std::to_string(ct), {{"radio", {{"inventory", {{name, given(width)}}}}}}}}}});
+            platform.patchState(
+                {{"channels", {{std::to_string(ct), {{"radio", {{"inventory", {{name, given(width)}}}}}}}}}});
             expected += text(shown(width), width);
             lines.push_back(std::string("6 notifyRadioDetected: ") + name + " = " + shown(width));
         }
