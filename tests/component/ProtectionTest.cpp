@@ -2,74 +2,11 @@
 
 namespace {
 
-class Protection : public ModuleTest {};
+class Protection : public ChannelTest {};
 
-class ProtectionOfChannel : public ChannelTest {};
+FOR_EACH_CHANNEL(Protection);
 
-FOR_EACH_CHANNEL(ProtectionOfChannel);
-
-TEST_F(Protection, RequestsHaveFixedAnswers)
-{
-    startInService();
-    const struct {
-        std::string name;
-        std::string request;
-        std::size_t bodyWords;
-        std::string answer;
-    } cases[] = {
-        {"SetSwitchMode", "01000001", 1, "01000002"},
-        {"SetActiveUnit", "01000003", 1, "01000004"},
-        {"SetRevertiveTx", "01000005", 1, "01000006"},
-        {"SetRevertiveRx", "01000007", 1, "01000008"},
-        {"GetActiveRadio", "01000009", 0, "01000010"},
-        {"GetWorkingRx", "01000011", 0, "01000012"},
-        {"SetTaSwitch", "01000013", 1, "01000014"},
-        {"SetActiveRadio", "01000015", 1, "01000016"},
-        {"SetWorkingRx", "01000017", 1, "01000018"},
-        {"ResetTxSwOverErr", "01000022", 0, "01000023"},
-        {"ProtectionMode", "01000024", 1, "01000025"},
-        {"GetActiveUnit", "01000029", 0, "01000030"},
-        {"SetActiveRadioRemote", "01000031", 1, "01000032"},
-        {"GetTaSwitch", "01000036", 0, "01000037"},
-        {"TxSwitchOverConfiguration", "01000039", 1, "01000040"},
-    };
-    for (const auto& [name, request, bodyWords, answer] : cases) {
-        const std::string method = "on" + name + "Req";
-        // Whatever the request wants, for whichever channel
-        const Exchange exchange{name,
-                                request + head(9) + repeated(0xfe, 4 * bodyWords),
-                                {toNode(answer) + head(9) + words(0),
-                                 "5 " + method + ": " + method + "() called (id: 0x" + request.substr(1) + ")",
-                                 "6 " + method + ": Received: " + name + "ReqIPC",
-                                 "6 " + method + ": Respond with: " + name + "ResIPC"}};
-        runAll({&exchange, 1});
-    }
-}
-
-TEST_F(Protection, SomeMessagesAreNotAnswered)
-{
-    startInService();
-    const struct {
-        std::string method;
-        std::string name;
-        std::string id;
-        std::size_t bodyWords;
-        std::string text = "No response";
-    } cases[] = {
-        {"onSetSpontSwNotReq", "SetSpontSwNotReqIPC", "01000021", 1},
-        {"onCompanionMMUStatus", "CompanionMMUStatusIPC", "01000028", 1},
-        {"onGetProtectionModeOperStatusReq", "GetProtectionModeOperStatusReqIPC", "01000044", 0, "No response??"},
-    };
-    for (const auto& [method, name, id, bodyWords, text] : cases) {
-        const Exchange exchange{name,
-                                id + head(1) + zeroWords(bodyWords),
-                                {"5 " + method + ": " + method + "() called (id: 0x" + id.substr(1) + ")",
-                                 "6 " + method + ": Received: " + name, "6 " + method + ": " + text}};
-        runAll({&exchange, 1});
-    }
-}
-
-TEST_P(ProtectionOfChannel, ThresholdsAboveTheLimitAreRefused)
+TEST_P(Protection, ThresholdsAboveTheLimitAreRefused)
 {
     startInService();
     const auto request = [this](std::int64_t threshold) { return "01000026" + head(ct) + words(threshold); };
@@ -92,7 +29,7 @@ TEST_P(ProtectionOfChannel, ThresholdsAboveTheLimitAreRefused)
     runAll(cases);
 }
 
-TEST_P(ProtectionOfChannel, SwitchOversAreTold)
+TEST_P(Protection, SwitchOversAreTold)
 {
     startInService();
     const auto tell = [this](auto operation, EChannelSelector channel, std::uint32_t value) {

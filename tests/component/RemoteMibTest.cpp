@@ -79,18 +79,4 @@ TEST_P(RemoteMib, WhatCannotBeRelayedIsRefusedAndUsesNoNumber)
     expectOutcome("the next that is right", hop(channelOfTest, 1), {hopMessage(0, 1)});
 }
 
-TEST_P(RemoteMib, TheNodesDataAreNotReceived)
-{
-    startInService();
-    const Exchange cases[] = {
-        {"hop",
-         "00500102" + head(ct) + words(1) + zeros(256),
-         {"5 onMessageReceived: *********** No handler found for id 500102"}},
-        {"hcc",
-         "00500002" + head(ct) + words(0, 0, 1) + zeros(1440),
-         {"5 onMessageReceived: *********** No handler found for id 500002"}},
-    };
-    runAll(cases);
-}
-
 } // namespace

@@ -35,16 +35,9 @@ TEST_P(TestCommand, FramesOfTheRadioGoToTheNodeAsTheyStand)
                        " is out of range"});
     }
     expectOutcome("a refused one uses no number", tell(channelOfTest), {message(1)});
-}
-
-TEST_P(TestCommand, FramesOfTheNodeAreTraced)
-{
-    startInService();
-    const Exchange frame{"frame",
-                         "00800001" + head(ct) + words(4, 2, 3, 4, 5, 6, 7, 8) + repeated(0xCD, 556),
-                         {"5 onTestCommandRx: onTestCommandRx() called (id: 0x800001)",
-                          "6 onTestCommandRx: Received: TestCommandRxIPC", "6 onTestCommandRx: No response"}};
-    runAll({&frame, 1});
+    frame = {};
+    expectOutcome("a fresh frame", tell(channelOfTest),
+                  {toNode("00800002") + spontaneousHead(2, ct, 0) + zeros(588)});
 }
 
 } // namespace
