@@ -120,8 +120,7 @@ TEST_P(AlarmSignal, GateAndWhitelistHoldFaultsBack)
     module()->enableTimeStamp(false);
     expectOutcome("the whitelist without a word, and without a number", fault(39, true),
                   {"2 signalFault: Unhandled signalId (FaultSignal): 39"});
-    deliver(selfTest(1, 0));
-    settle();
+    deliverAndSettle(selfTest(1, 0));
     expectOutcome("told again afterwards", fault(4, false), {setFault(0, 1, 0)});
 }
 
@@ -129,10 +128,9 @@ TEST_P(AlarmSignal, WithoutAnAlarmHandlerTheNodesFaultsAreStillLogged)
 {
     start({.state = R"({"interfaces":{"IAlarmHandler":false}})"});
     EXPECT_FALSE(platform.fault(4, ct, true)) << "nobody has registered";
-    const Exchange exchange{"from the node",
-                            "00100002" + head(ct) + words(1, 1, 0, 0),
-                            {"5 onFaultFromAds: onFaultFromAds() called (id: 0x100002)"}};
-    runAll({&exchange, 1});
+    runOne({"from the node",
+            "00100002" + head(ct) + words(1, 1, 0, 0),
+            {"5 onFaultFromAds: onFaultFromAds() called (id: 0x100002)"}});
 }
 
 } // namespace

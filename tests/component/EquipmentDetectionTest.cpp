@@ -47,13 +47,11 @@ TEST_P(EquipmentDetection, IsToldOnceTheNodeCanTakeItAndTheUnitIsInService)
     start({.state = remarkableRadio});
     expectOutcome("no self test yet", radioUp,
                   {queries, up, enter, "5 notifyRadioDetected: ANS capabilities not received yet for ct $"});
-    deliver(selfTest(1, 0xFD));
-    settle();
+    deliverAndSettle(selfTest(1, 0xFD));
     expectOutcome("a node that cannot take it", radioUp,
                   {queries, up, "1 notifyRadioDetected:  ANS is not capable of handling RauDetected1IPC for ct $"});
     module()->resetSelfTestCheckPerformed();
-    deliver(selfTest(1, 0x06));
-    settle();
+    deliverAndSettle(selfTest(1, 0x06));
     expectOutcome("gate closed", radioUp,
                   {queries, up,
                    "4 notifyRadioDetected: RauDetected1IPC for ct $ will not be sent to ANS since the MMU is "
@@ -61,67 +59,30 @@ TEST_P(EquipmentDetection, IsToldOnceTheNodeCanTakeItAndTheUnitIsInService)
 
     const std::vector<std::string> inService{"Bsp.setSlotId(3)", "IAlarmHandler.setMmuInService(true)"};
     const std::string gateOpened = "3 onMMUState: MMU InService, outgoing PCI messages are enabled";
-    const Exchange told{"told when in service; the other channel has no radio",
-                        mmuState(1),
-                        {detected(0), radioUpInSystemLog(1, ct), inService, queries, gateOpened, enter, found}};
-    runAll({&told, 1});
+    runOne({"told when in service; the other channel has no radio",
+            mmuState(1),
+            {detected(0), radioUpInSystemLog(1, ct), inService, queries, gateOpened, enter, found}});
     expectOutcome("told again when it comes up again", radioUp,
                   {detected(2), radioUpInSystemLog(3, ct), queries, up, enter, found});
 
     platform.radioDown(ct);
-    const Exchange notTold{"a lost radio is not told of", mmuState(1), {inService, gateOpened}};
-    runAll({&notTold, 1});
+    runOne({"a lost radio is not told of", mmuState(1), {inService, gateOpened}});
 }
 
 TEST_F(EquipmentDetectionOfTheUnit, BothRadiosAreToldOfEachWithItsOwn)
 {
     start();
-    deliver(selfTest(1, 0x06));
-    settle();
+    deliverAndSettle(selfTest(1, 0x06));
     platform.radioUp(1);
     platform.radioUp(2);
     newlySent();
-    deliver(mmuState(1));
-    settle();
-    const std::string first = text("Simulated radio 18 GHz", 32) + text("SIM 100 18/1", 22) + text("R1A", 16) +
-                              text("SIM0000001", 32) + text("SIM 200 18", 22) + text("R2B03", 16) +
-                              words(18, 1, 17700000, 18710000, 40, 1960, 250, 40, 1960, 250, 2, 0, 2);
-    const std::string second = text("Simulated radio 23 GHz", 32) + text("SIM 100 23/4", 22) + text("R4C", 16) +
-                               text("SIM0000002", 32) + text("SIM 200 23", 22) + text("R5D06", 16) +
-                               words(23, 6, 21200000, 22432000, 20, 980, 500, 30, 990, 500, 3, 2, 1);
-    EXPECT_EQ(newlySent(),
-              (std::vector{toNode("00200131") + spontaneousHead(0, 1) + first, radioUpInSystemLog(1, 1),
-                           toNode("00200131") + spontaneousHead(2, 2) + second, radioUpInSystemLog(3, 2)}));
-}
-
-TEST_P(EquipmentDetection, ShowsTheRadioInTheTrace)
-{
-    startInService(0x02, {.state = remarkableRadio});
-    std::vector<std::string> fields;
-    for (const char* field : {"*********notifyRadioDetected() DATA BEGIN *********",
-                              "productName = 12345678901234567890123456789012",
-                              "hwProductNumber = HW 7",
-                              "hwRevision = R1B",
-                              "serialNumber = ",
-                              "swProductNumber = SW 8",
-                              "swRevision = R2C",
-                              "frequencyBand = 23",
-                              "subBand = 5",
-                              "rfBaseTxFrequency = 22000000",
-                              "rfBaseRxFrequency = 4294967295",
-                              "rfStepLimitLowTx = 11",
-                              "rfStepLimitHighTx = 12",
-                              "rfStepSizeTx = 250",
-                              "rfStepLimitLowRx = 13",
-                              "rfStepLimitHighRx = 14",
-                              "rfStepSizeRx = 250",
-                              "rfLoopAvailable = 1",
-                              "resetType = 4026531841",
-                              "supplyVoltage = 1",
-                              "*********notifyRadioDetected() DATA END *********"}) {
-        fields.push_back(std::string("6 notifyRadioDetected: ") + field);
-    }
-    expectOutcome("all fields", radioUp, {detected(0), queries, up, fields, found});
+    deliverAndSettle(mmuState(1));
+    const auto sent = newlySent();
+    ASSERT_EQ(sent.size(), 4U);
+    EXPECT_TRUE(sent[0].starts_with(toNode("00200131") + spontaneousHead(0, 1) + text("Simulated radio 18 GHz", 32)));
+    EXPECT_EQ(sent[1], radioUpInSystemLog(1, 1));
+    EXPECT_TRUE(sent[2].starts_with(toNode("00200131") + spontaneousHead(2, 2) + text("Simulated radio 23 GHz", 32)));
+    EXPECT_EQ(sent[3], radioUpInSystemLog(3, 2));
 }
 
 TEST_P(EquipmentDetection, TextsEndAtTheirZeroOrTheirWidth)
@@ -204,62 +165,46 @@ TEST_P(EquipmentDetection, PassesTheSystemLogToANodeThatTakesIt)
     expectOutcome("no self test yet", available,
                   {got, "5 radioCapabilitiesAvailable: ANS capabilities not received yet for ct $"});
     deliver(selfTest(1, 0xFB & ~0x80));
-    deliver(mmuState(1));
-    settle();
+    deliverAndSettle(mmuState(1));
     expectOutcome("not capable", available,
                   {got, "3 radioCapabilitiesAvailable: [CT$] radioCapabilitiesAvailable(): ANS is not capable of "
                         "handling RLaprintExtIPC"});
     module()->resetSelfTestCheckPerformed();
-    deliver(selfTest(1, 0x04));
-    settle();
+    deliverAndSettle(selfTest(1, 0x04));
     expectOutcome(
         "capable; the line names no channel", available,
         {toNode("00200012") + spontaneousHead(0, 0) + words(8, 0) + text("[RL_ADS] Got inventory from the radio", 160),
          got});
 }
 
-TEST_P(EquipmentDetection, OutputPowerNotificationsAreNotForTheNode)
-{
-    startInService(0xFF & ~0x80);
-    expectOutcome("ignored", [&] { EXPECT_TRUE(platform.radioOutputPowerNotification(ct, 20)); }, {});
-}
-
 TEST_P(EquipmentDetection, TellsTheRadiosCompatibilityCodes)
 {
     startInService(0, {.state = R"({"channels":{"$":{"radio":{
         "compatibilityCodes":[1,2,3,4,5,6,7,8,9,10,11,4294967295]}}}})"});
-    const auto request = [](std::int64_t channel) { return "00200056" + head(channel) + repeated(0x44, 48); };
-    const auto answer = [](std::int64_t channel, const std::string& codes) {
-        return toNode("00200057") + head(channel) + codes;
-    };
-    const auto incorrect = [](const std::string& channel) {
-        return "1 onGetRAUCapabilityReq:  Incorrect ct number " + channel + " ()";
-    };
+    const std::string request = "00200056" + head(ct) + repeated(0x44, 48);
+    const std::string answer = toNode("00200057") + head(ct);
     const std::vector<std::string> queried{"IRadio_$.getCompatibilityCodes()"};
     const Exchange cases[] = {
         {"the channel's",
-         request(ct),
-         {answer(ct, words(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 4294967295)), queried,
+         request,
+         {answer + words(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 4294967295), queried,
           "5 onGetRAUCapabilityReq: called (id: 0x200056)", "6 onGetRAUCapabilityReq: Received: GetRAUCapabilityReqIPC",
           "6 onGetRAUCapabilityReq: Respond with: GetRAUCapabilityResIPC"}},
         {"the query fails",
-         request(ct),
-         {answer(ct, zeros(48)), queried},
+         request,
+         {answer + zeros(48), queried},
          R"({"results":{"IRadio_$.getCompatibilityCodes":32768}})"},
-        {"channel 0", request(0), {answer(0, zeros(48)), incorrect("0")}},
-        {"channel 3", request(3), {answer(3, zeros(48)), incorrect("3")}},
-        {"no channel at all", request(4294967295), {answer(4294967295, zeros(48)), incorrect("4294967295")}},
     };
     runAll(cases);
+    expectForWrongChannels("00200056", zeros(48), "00200057", zeros(48),
+                           "1 onGetRAUCapabilityReq:  Incorrect ct number # ()");
 }
 
 TEST_P(EquipmentDetection, TellsAtMost101SubBands)
 {
     startInService();
-    const auto request = [](std::int64_t channel) { return "00200123" + head(channel); };
-    const auto answer = [](std::int64_t channel, const std::string& body) {
-        return toNode("00200124") + head(channel) + body;
-    };
+    const std::string request = "00200123" + head(ct);
+    const std::string answer = toNode("00200124") + head(ct);
     const auto subBands = [](unsigned count) {
         std::string list;
         for (unsigned i = 0; i < count; ++i) {
@@ -275,63 +220,55 @@ TEST_P(EquipmentDetection, TellsAtMost101SubBands)
         return list;
     };
     const std::vector<std::string> queried{"IRadio_$.getSupportedSubBands()"};
-    const auto incorrect = [](const std::string& channel) {
-        return "1 onGetRAUIndexCapabilitiesReq: Incorrect ct number " + channel + " ()";
-    };
     const Exchange cases[] = {
         {"those of the radio",
-         request(ct),
-         {answer(ct, ofChannel(words(3, 1, 2, 3) + zeroWords(98), words(4, 6, 5, 4, 9) + zeroWords(97))), queried}},
+         request,
+         {answer + ofChannel(words(3, 1, 2, 3) + zeroWords(98), words(4, 6, 5, 4, 9) + zeroWords(97)), queried}},
         {"3",
-         request(ct),
-         {answer(ct, words(3) + firstWords(3) + zeroWords(98)), queried,
+         request,
+         {answer + words(3) + firstWords(3) + zeroWords(98), queried,
           "5 onGetRAUIndexCapabilitiesReq: called (id: 0x200123)",
           "6 onGetRAUIndexCapabilitiesReq: Respond with: GetRAUIndexCapabilitiesResIPC"},
          subBands(3)},
-        {"none", request(ct), {answer(ct, zeroWords(102)), queried}, subBands(0)},
-        {"101", request(ct), {answer(ct, words(101) + firstWords(101)), queried}, subBands(101)},
-        {"120", request(ct), {answer(ct, words(101) + firstWords(101)), queried}, subBands(120)},
+        {"none", request, {answer + zeroWords(102), queried}, subBands(0)},
+        {"101", request, {answer + words(101) + firstWords(101), queried}, subBands(101)},
+        {"120", request, {answer + words(101) + firstWords(101), queried}, subBands(120)},
         {"the query fails",
-         request(ct),
-         {answer(ct, zeroWords(102)), queried},
+         request,
+         {answer + zeroWords(102), queried},
          R"({"results":{"IRadio_$.getSupportedSubBands":32768}})"},
-        {"channel 0", request(0), {answer(0, zeroWords(102)), incorrect("0")}},
-        {"channel 3", request(3), {answer(3, zeroWords(102)), incorrect("3")}},
     };
     runAll(cases);
+    expectForWrongChannels("00200123", "", "00200124", zeroWords(102),
+                           "1 onGetRAUIndexCapabilitiesReq: Incorrect ct number # ()");
 }
 
 TEST_P(EquipmentDetection, SelectsASubBandByItsLowByte)
 {
     startInService();
-    const auto request = [](std::int64_t channel, std::int64_t subBand) {
-        return "00200125" + head(channel) + words(subBand);
-    };
-    const auto answer = [](std::int64_t channel, std::int64_t result) {
-        return toNode("00200126") + head(channel) + words(result);
-    };
+    const auto request = [this](std::int64_t subBand) { return "00200125" + head(ct) + words(subBand); };
+    const std::string done = toNode("00200126") + head(ct) + words(0);
+    const std::string failed = toNode("00200126") + head(ct) + words(1);
     const Exchange cases[] = {
         {"done",
-         request(ct, 7),
-         {answer(ct, 0), "IRadio_$.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: called (id: 0x200125)",
+         request(7),
+         {done, "IRadio_$.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: called (id: 0x200125)",
           "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 7"}},
         {"cut to a byte",
-         request(ct, 0x1FE),
-         {answer(ct, 0), "IRadio_$.selectSubBand(254)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 510"}},
+         request(0x1FE),
+         {done, "IRadio_$.selectSubBand(254)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 510"}},
         {"refused by the radio",
-         request(ct, 7),
-         {answer(ct, 1), "IRadio_$.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 7"},
+         request(7),
+         {failed, "IRadio_$.selectSubBand(7)", "5 onSetRAUIndexCapabilitiesReq: RAU subband request is: 7"},
          R"({"results":{"IRadio_$.selectSubBand":32768}})"},
         {"a warning is no refusal",
-         request(ct, 7),
-         {answer(ct, 0), "IRadio_$.selectSubBand(7)"},
+         request(7),
+         {done, "IRadio_$.selectSubBand(7)"},
          R"({"results":{"IRadio_$.selectSubBand":32767}})"},
-        {"channel 3 is answered with done",
-         request(3, 7),
-         {answer(3, 0), "1 onSetRAUIndexCapabilitiesReq:  Incorrect ct number 3 ()"}},
-        {"channel 0", request(0, 7), {answer(0, 0), "1 onSetRAUIndexCapabilitiesReq:  Incorrect ct number 0 ()"}},
     };
     runAll(cases);
+    expectForWrongChannels("00200125", words(7), "00200126", words(0),
+                           "1 onSetRAUIndexCapabilitiesReq:  Incorrect ct number # ()");
 }
 
 TEST_F(EquipmentDetectionOfTheUnit, CapacitiesStandAtTheNodesNumbersOfModulations)

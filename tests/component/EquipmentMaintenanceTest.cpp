@@ -2,22 +2,7 @@
 
 namespace {
 
-class EquipmentMaintenance : public ChannelTest {
-protected:
-    /// Tells the same of each channel number that no unit has.
-    void expectForWrongChannels(const std::string& requestId, const std::string& requestBody,
-                                const std::string& answerId, const std::string& answerBody, const std::string& line)
-    {
-        for (const std::int64_t wrong : {0LL, 3LL, 4294967295LL}) {
-            const Exchange exchange{requestId + " for channel " + std::to_string(wrong),
-                                    requestId + head(wrong) + requestBody,
-                                    {answerId.empty() ? std::vector<std::string>{}
-                                                      : std::vector{toNode(answerId) + head(wrong) + answerBody},
-                                     line + std::to_string(wrong) + " ()"}};
-            runAll({&exchange, 1});
-        }
-    }
-};
+class EquipmentMaintenance : public ChannelTest {};
 
 FOR_EACH_CHANNEL(EquipmentMaintenance);
 
@@ -69,24 +54,11 @@ TEST_F(MaintenanceOfTheUnit, SelfTestExchangesCapabilitiesOnce)
     EXPECT_EQ(module()->linkFacts().slotNumber, 3) << "from the header";
 
     module()->resetSelfTestCheckPerformed();
-    const Exchange again{"exchanged anew on request",
-                         selfTest(1, 0x84),
-                         {selfTestAnswer(1, ownCodes), productId, whiteListOn, whiteListOn},
-                         R"({"unit":{"productId":4}})"};
-    runAll({&again, 1});
+    runOne({"exchanged anew on request",
+            selfTest(1, 0x84),
+            {selfTestAnswer(1, ownCodes), productId, whiteListOn, whiteListOn},
+            R"({"unit":{"productId":4}})"});
     EXPECT_TRUE(module()->linkFacts().vornipcWhiteListActive);
-}
-
-TEST_F(MaintenanceOfTheUnit, StatusAnswersThroughTheClosedGate)
-{
-    start();
-    const Exchange status{"software status",
-                          "00200006" + head(2),
-                          {toNode("00200007") + head(2), "5 onSwStatusReq: called (id: 0x200006)",
-                           "6 onSwStatusReq: Received: ADSSwStatusReqIPC",
-                           "6 onSwStatusReq: Respond with: ADSSwStatusResIPC",
-                           "5 onSwStatusReq: ADSSwStatusResIPC response sent"}};
-    runAll({&status, 1});
 }
 
 TEST_P(EquipmentMaintenance, TemperatureIsASignedByte)
@@ -106,7 +78,7 @@ TEST_P(EquipmentMaintenance, TemperatureIsASignedByte)
          R"({"channels":{"$":{"radio":{"up":false}}}})"},
     };
     runAll(cases);
-    expectForWrongChannels("00200020", "", "00200021", words(0), "1 onRauStatusReq: Incorrect ct number ");
+    expectForWrongChannels("00200020", "", "00200021", words(0), "1 onRauStatusReq: Incorrect ct number # ()");
 }
 
 TEST_P(EquipmentMaintenance, RestartIsAnsweredBeforeTheRadioGoes)
@@ -125,12 +97,11 @@ TEST_P(EquipmentMaintenance, RestartIsAnsweredBeforeTheRadioGoes)
          R"({"results":{"IRadio_$.isRadioUp":0}})"},
     };
     runAll(cases);
-    expectForWrongChannels("00200017", words(1), "00200018", words(2), "1 onRAURestartReq:  Incorrect ct number ");
+    expectForWrongChannels("00200017", words(1), "00200018", words(2), "1 onRAURestartReq:  Incorrect ct number # ()");
 
     patch(R"({"results":{"IRadio_$.restart":0}})"); // the radio stays where it is
     newCalls();
-    deliver(request(1));
-    settle();
+    deliverAndSettle(request(1));
     EXPECT_EQ(newlySent().back(), toNode("00200018") + head(ct) + words(1));
     EXPECT_EQ(newCalls(true),
               (std::vector<std::string>{meant("IRadio_$.isRadioUp()"), "ripc.sendBufferToPci(36)",
@@ -182,7 +153,8 @@ TEST_P(EquipmentMaintenance, DefaultConfigurationWantsARadioThatIsUp)
          R"({"channels":{"$":{"radio":{"up":false}}}})"},
     };
     runAll(cases);
-    expectForWrongChannels("00200022", "", "00200023", words(1), "1 onSetRAUDefaultConfigReq:  Incorrect ct number ");
+    expectForWrongChannels("00200022", "", "00200023", words(1),
+                           "1 onSetRAUDefaultConfigReq:  Incorrect ct number # ()");
 }
 
 TEST_P(EquipmentMaintenance, ShiftStatusTellsOfTheAcmEngine)
@@ -201,7 +173,7 @@ TEST_P(EquipmentMaintenance, ShiftStatusTellsOfTheAcmEngine)
          R"({"results":{"IAcmHandler_$.isAcmEngineEnabled":32769}})"},
     };
     runAll(cases);
-    expectForWrongChannels("00200129", "", "00200130", words(0), "1 onGetShiftStatusReq:  Incorrect ct number ");
+    expectForWrongChannels("00200129", "", "00200130", words(0), "1 onGetShiftStatusReq:  Incorrect ct number # ()");
 }
 
 TEST_P(EquipmentMaintenance, AcmLimitGoesToTheTrafficFunctionByIndex)
@@ -215,75 +187,9 @@ TEST_P(EquipmentMaintenance, AcmLimitGoesToTheTrafficFunctionByIndex)
     };
     const Exchange cases[] = {limit(4294967295, "4294967295"), limit(30, "30")};
     runAll(cases);
-    expectForWrongChannels("00200116", words(1), "", "", "1 onSetTxMaxAcmLimitReq:  Incorrect ct number ");
+    expectForWrongChannels("00200116", words(1), "", "", "1 onSetTxMaxAcmLimitReq:  Incorrect ct number # ()");
 
     startInService(0, {.moduleChannels = 3}); // the function is the platform's: it needs no interface of the channel
-    runAll(cases);
-}
-
-TEST_F(MaintenanceOfTheUnit, FixedAnswersTouchNothing)
-{
-    startInService();
-    const struct {
-        std::string name;
-        std::string request;
-        std::size_t bodyWords;
-        std::string answer;
-        std::size_t answerWords;
-        std::string stubbed = "ReqIPC";
-    } cases[] = {
-        {"SetSDCAdminStatus", "00200078", 1, "00200079", 1},
-        {"GetSDCOperStatus", "00200080", 0, "00200081", 1},
-        {"DadeControl", "00200082", 1, "00200083", 1},
-        {"GetDadeStatus", "00200084", 0, "00200085", 1},
-        {"SetSDCPath", "00200086", 1, "00200087", 1},
-        {"GetSDCCurrentData", "00200088", 0, "00200089", 3},
-        {"GetSDCActualPath", "00200090", 0, "00200091", 1},
-        {"SetCarrierTermPreamble", "00200121", 1, "00200122", 1, "ResIPC"},
-        {"ResetInsufficientPowerResourcesError", "00200127", 1, "00200128", 1, "ResIPC"},
-    };
-    for (const auto& [name, request, bodyWords, answer, answerWords, stubbed] : cases) {
-        const std::string method = " on" + name + "Req: ";
-        // Whatever the request wants, for whichever channel
-        const Exchange exchange{name,
-                                request + head(3) + repeated(0x7f, 4 * bodyWords),
-                                {toNode(answer) + head(3) + zeroWords(answerWords),
-                                 "5" + method + "called (id: 0x" + request.substr(2) + ")",
-                                 "6" + method + "Received: " + name + "ReqIPC",
-                                 "5" + method + "----- Stubbed " + name + stubbed + " response",
-                                 "6" + method + "Respond with: " + name + "ResIPC"}};
-        runAll({&exchange, 1});
-    }
-}
-
-TEST_P(EquipmentMaintenance, RequestsThatAreOnlyTraced)
-{
-    startInService();
-    const Exchange cases[] = {
-        {"BER alarm threshold",
-         "00200048" + head(ct) + words(4294967295),
-         {toNode("00200049") + head(ct) + words(0), "5 onSetBerAlarmThresholdReq: called (id: 0x200048)",
-          "6 onSetBerAlarmThresholdReq: Received: SetBerAlarmThresholdReqIPC",
-          "3 onSetBerAlarmThresholdReq: Set new ber alarm threshold to 4294967295",
-          "6 onSetBerAlarmThresholdReq: Respond with: SetBerAlarmThresholdResIPC"}},
-        {"the power resource request shows its value",
-         "00200127" + head(ct) + words(77),
-         {toNode("00200128") + head(ct) + words(0),
-          "6 onResetInsufficientPowerResourcesErrorReq: Value received is: 77"}},
-        {"BER counters",
-         "00200069" + head(ct),
-         {"5 onResetBERCounters: called (id: 0x200069)", "5 onResetBERCounters: ----- Stubbed ResetBERCountersIPC"}},
-        {"carrier status",
-         "00200132" + head(ct) + words(1, 2, 3, 4, 5),
-         {"5 onNotifyCarrierStatus: called (id: 0x200132)", "6 onNotifyCarrierStatus: Received: NotifyCarrierStatusIPC",
-          "5 onNotifyCarrierStatus: ----- NotifyCarrierStatusIPC stubbed",
-          "5 onNotifyCarrierStatus: carrierAction: 1, compSlot: 2, compCt: 3, spare1: 4, spare2: 5"}},
-        {"initial state for protection",
-         "00200133" + head(ct) + words(1),
-         {"5 onNotifyInitRAUStateProtc: called (id: 0x200133)",
-          "6 onNotifyInitRAUStateProtc: Received: NotifyInitRAUStateProtcIPC",
-          "5 onNotifyInitRAUStateProtc: ----- NotifyInitRAUStateProtcIPC stubbed"}},
-    };
     runAll(cases);
 }
 
@@ -302,8 +208,7 @@ TEST_F(MaintenanceOfTheUnit, BpmCommandsGoToANodeThatTakesThem)
     expectOutcome("before any self test", command(4, 1), {incapable});
 
     deliver(selfTest(1, 0x20));
-    deliver(mmuState(1));
-    settle();
+    deliverAndSettle(mmuState(1));
     expectOutcome("capable", command(4, 0), {sent(0, 4)});
     expectOutcome("nothing to say", command(0, 0), {sent(1, 0)});
     expectOutcome("the longest", command(120, 0), {sent(2, 120)});
@@ -312,20 +217,17 @@ TEST_F(MaintenanceOfTheUnit, BpmCommandsGoToANodeThatTakesThem)
     expectOutcome("a refused one uses no number", command(1, 0), {sent(3, 1)});
 
     module()->resetSelfTestCheckPerformed();
-    deliver(selfTest(1, 0xDF));
-    settle();
+    deliverAndSettle(selfTest(1, 0xDF));
     expectOutcome("not capable any more", command(4, 1), {incapable});
 }
 
 TEST_F(MaintenanceOfTheUnit, BpmResponsesGoToThePlatform)
 {
     start();
-    const Exchange response{"response",
-                            "00200135" + head(0) + repeated(0x11, 120) + repeated(0x22, 119) + "33",
-                            {"IRlbspKroApi.sendBpmResponse(" + repeated(0x22, 119) + "33)",
-                             "5 onBpmCommandRes: called (id: 0x200135)",
-                             "6 onBpmCommandRes: Received: BpmCommandResIPC"}};
-    runAll({&response, 1});
+    runOne({"response",
+            "00200135" + head(0) + repeated(0x11, 120) + repeated(0x22, 119) + "33",
+            {"IRlbspKroApi.sendBpmResponse(" + repeated(0x22, 119) + "33)", "5 onBpmCommandRes: called (id: 0x200135)",
+             "6 onBpmCommandRes: Received: BpmCommandResIPC"}});
 }
 
 } // namespace

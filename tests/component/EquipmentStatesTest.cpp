@@ -79,8 +79,7 @@ TEST_F(EquipmentStates, StatesOfTheModemUnitMoveTheGate)
 TEST_F(EquipmentStates, TheSlotNumberIsTheLowByteOfTheSlot)
 {
     start();
-    deliver("00200009" + words(0x1C3, 0, 9, 1, 0, 0) + words(1));
-    settle();
+    deliverAndSettle("00200009" + words(0x1C3, 0, 9, 1, 0, 0) + words(1));
     EXPECT_EQ(module()->linkFacts().slotNumber, 0xC3);
     EXPECT_EQ(module()->linkFacts().senderId, 9U);
 }
@@ -151,8 +150,7 @@ TEST_F(EquipmentStates, ClosePciQuiescesOnlyAUnitOutOfService)
     runAll(cases);
     newCalls();
     deliver(mmuState(3));
-    deliver(closePci);
-    settle();
+    deliverAndSettle(closePci);
     const auto calls = newCalls(true);
     ASSERT_FALSE(calls.empty());
     EXPECT_EQ(calls.back(), "ripc.sendBufferToPci(36)") << "the answer comes after the last channel";
@@ -170,13 +168,8 @@ TEST_F(EquipmentStates, ClosePciQuiescesTheChannelsThatTheUnitHas)
     };
     for (const auto& [channels, calls] : cases) {
         start({.moduleChannels = channels});
-        deliver(mmuState(3));
-        settle();
-        expectOutcome(std::to_string(channels) + " channels",
-                      [&] {
-                          deliver(closePci);
-                          settle();
-                      },
+        deliverAndSettle(mmuState(3));
+        expectOutcome(std::to_string(channels) + " channels", [&] { deliverAndSettle(closePci); },
                       {closePciAnswer, calls, closePciTrace});
     }
 }
@@ -189,13 +182,11 @@ TEST_P(EquipmentStatesOfChannel, TellsTheNodeOfALostRadio)
     const std::vector<std::string> down{"5 radioDown: Callback: << radioDown(): for ct $",
                                         "3 radioDown: RAU lost for channel $"};
     expectOutcome("gate open", radioDown, {lost(0), down});
-    deliver(mmuState(3));
-    settle();
+    deliverAndSettle(mmuState(3));
     expectOutcome("gate closed", radioDown,
                   {down, "1 send: Send is not allowed since MMU state is not in service or PCI has been disabled, "
                          "Id:2097154"});
-    deliver(mmuState(1));
-    settle();
+    deliverAndSettle(mmuState(1));
     expectOutcome("the dropped one has used a number", radioDown, {lost(2), down});
     module()->resetSpontaneousMessageSequenceNumber();
     expectOutcome("numbers begin again", radioDown, {lost(0), down});
@@ -204,19 +195,18 @@ TEST_P(EquipmentStatesOfChannel, TellsTheNodeOfALostRadio)
 TEST_F(EquipmentStates, AnUnitWithoutItsAlarmHandlerOnlyRefusesTheNotification)
 {
     start({.state = R"({"interfaces":{"IAlarmHandler":false}})"});
-    const auto missing = [](const std::string& method) {
-        return "1 " + method + ": " + method + "(): IAlarmHandler was not found at the start, it was not called";
-    };
     const Exchange cases[] = {
         {"in service",
          mmuState(1),
-         {"Bsp.setSlotId(3)", "3 onMMUState: MMU InService, outgoing PCI messages are enabled", missing("onMMUState")}},
-        {"RAU", "00200010" + head(1) + words(1), {missing("onRAUState")}},
-        {"terminal", "00200011" + head(0) + words(3), {missing("onTermState")}},
-        {"node restart", "00200019" + head(0), {missing("onVornRestarted")}},
+         {"Bsp.setSlotId(3)", "3 onMMUState: MMU InService, outgoing PCI messages are enabled",
+          missing("onMMUState", "IAlarmHandler")}},
+        {"RAU", "00200010" + head(1) + words(1), {missing("onRAUState", "IAlarmHandler")}},
+        {"terminal", "00200011" + head(0) + words(3), {missing("onTermState", "IAlarmHandler")}},
+        {"node restart", "00200019" + head(0), {missing("onVornRestarted", "IAlarmHandler")}},
         {"out of service",
          mmuState(3),
-         {missing("onMMUState"), "3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
+         {missing("onMMUState", "IAlarmHandler"),
+          "3 onMMUState: MMU OutOfService, outgoing PCI messages are disabled"}},
     };
     runAll(cases);
     EXPECT_EQ(module()->linkFacts().slotNumber, 3);

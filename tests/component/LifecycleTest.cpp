@@ -26,11 +26,6 @@ std::string lookup(const std::string& name)
     return "InterfaceBroker.lookup(" + name + ")";
 }
 
-std::string missing(const std::string& method, const std::string& interface)
-{
-    return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
-}
-
 /// What the module's parts look up and register, part by part.
 /// @param channels          channels of the model and of most handlers
 /// @param equipmentChannels channels of the equipment handler
@@ -79,8 +74,7 @@ TEST_F(Lifecycle, StartsTheLinkThenRegistersThenLooksUp)
                                                     "3 startReadThread: Created VORNIPC thread dm-vornipc-t-rx (T)"}));
     EXPECT_EQ(module()->linkFacts().reader, VornipcLinkFacts::Reader::running);
 
-    deliver("00200019" + head(0));
-    settle();
+    deliverAndSettle("00200019" + head(0));
     for (const auto& call : allCalls()) {
         EXPECT_EQ(call["thread"], call["operation"] == "notifyNodeRestart" ? "dm-vornipc-t-rx" : "main");
     }
@@ -109,13 +103,11 @@ TEST_F(Lifecycle, ServesOneOrTwoChannels)
 
         EXPECT_EQ(module()->linkFacts().channels, count);
         deliver(selfTest(1, 0x26));
-        deliver(mmuState(1));
-        settle();
+        deliverAndSettle(mmuState(1));
         EXPECT_EQ(platform.radioUp(2), equipmentChannels == 2);
         EXPECT_EQ(platform.bpmCommand({1}), 0);
         newTrace();
-        deliver("00200056" + head(2) + zeros(48));
-        settle();
+        deliverAndSettle("00200056" + head(2) + zeros(48));
         const std::vector<std::string> refused{
             "1 onGetRAUCapabilityReq: onGetRAUCapabilityReq(): IRadio_2 was not found "
             "at the start, it was not called"};
@@ -194,11 +186,9 @@ TEST_P(LifecycleOfChannel, RequestsRefuseARadioThatIsMissing)
 TEST_F(Lifecycle, RequestsRefuseWhatIsMissing)
 {
     startInService(0, {.state = R"({"interfaces":{"IRadio_2":false}})"});
-    const Exchange other{
-        "the other channel is served",
-        "00200022" + head(1),
-        {toNode("00200023") + head(1) + words(0), "IRadio_1.isRadioUp()", "IRadio_1.setDefaultConfiguration()"}};
-    runAll({&other, 1});
+    runOne({"the other channel is served",
+            "00200022" + head(1),
+            {toNode("00200023") + head(1) + words(0), "IRadio_1.isRadioUp()", "IRadio_1.setDefaultConfiguration()"}});
 
     start({.state = R"({"interfaces":{"IRlbspKroApi":false}})"});
     const Exchange withoutRlbsp[] = {

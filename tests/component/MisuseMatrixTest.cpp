@@ -25,8 +25,7 @@ protected:
                 SCOPED_TRACE(definition.name);
                 module()->setOutgoingIpcMessagesAllowed(true); // some of them close it
                 newlySent();
-                deliver(bufferOf(definition, ct), definition.header == MessageHeader::ps ? 1 : 0);
-                settle();
+                deliverAndSettle(bufferOf(definition, ct), definition.header == MessageHeader::ps ? 1 : 0);
                 checkAnswer(definition, ct);
             }
         }
@@ -206,11 +205,9 @@ TEST_F(MisuseMatrix, RadiosStormWhileTheNodeChangesTheUnitsState)
     EXPECT_TRUE(answersSelfTest());
     platform.radioUp(1);
     platform.radioUp(2);
-    deliver(mmuState(1));
-    settle();
+    deliverAndSettle(mmuState(1));
     newlySent();
-    deliver(mmuState(1));
-    settle();
+    deliverAndSettle(mmuState(1));
     std::size_t detected = 0;
     for (const std::string& buffer : newlySent()) {
         detected += buffer.starts_with(toNode("00200131")) ? 1U : 0U;
@@ -249,8 +246,7 @@ TEST_F(MisuseMatrix, EveryMessageOfTheNodeHasItsHandler)
     std::set<std::string> unhandled;
     for (const MessageDefinition& definition : messageCatalogue()) {
         newTrace();
-        deliver(bufferOf(definition, 1), definition.header == MessageHeader::ps ? 1 : 0);
-        settle();
+        deliverAndSettle(bufferOf(definition, 1), definition.header == MessageHeader::ps ? 1 : 0);
         const std::string noHandler = "5 onMessageReceived: *********** No handler found for id " + hexId(definition);
         const bool isHandled = newTrace({noHandler}) != std::vector{noHandler};
         if (definition.direction != MessageDirection::out && !isHandled) {

@@ -90,8 +90,7 @@ TEST_P(PsDeviceOfChannel, OnlyWhatWasDoneIsShown)
     const auto dumps = [this](const std::string& buffer) {
         newTrace();
         const auto before = allTraceLines().size();
-        deliver(buffer, 1);
-        settle();
+        deliverAndSettle(buffer, 1);
         std::vector<std::string> shown;
         const auto lines = allTraceLines();
         for (std::size_t i = before; i < lines.size(); ++i) {
@@ -113,12 +112,11 @@ TEST_P(PsDeviceOfChannel, OnlyWhatWasDoneIsShown)
 TEST_F(PsDevice, WanInterfaceEntriesAreTracedOnly)
 {
     start();
-    const Exchange entry{"entry",
-                         psHead("21", "03", "22", "000020d9") + words(5, 6),
-                         {"5 onHandleXfRlWanIfEntryGroupReq: onHandleXfRlWanIfEntryGroupReq() called (id: 0x20d9)"},
-                         "",
-                         1};
-    runAll({&entry, 1});
+    runOne({"entry",
+            psHead("21", "03", "22", "000020d9") + words(5, 6),
+            {"5 onHandleXfRlWanIfEntryGroupReq: onHandleXfRlWanIfEntryGroupReq() called (id: 0x20d9)"},
+            "",
+            1});
 }
 
 } // namespace

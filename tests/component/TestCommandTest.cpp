@@ -36,8 +36,7 @@ TEST_P(TestCommand, FramesOfTheRadioGoToTheNodeAsTheyStand)
     }
     expectOutcome("a refused one uses no number", tell(channelOfTest), {message(1)});
     frame = {};
-    expectOutcome("a fresh frame", tell(channelOfTest),
-                  {toNode("00800002") + spontaneousHead(2, ct, 0) + zeros(588)});
+    expectOutcome("a fresh frame", tell(channelOfTest), {toNode("00800002") + spontaneousHead(2, ct, 0) + zeros(588)});
 }
 
 } // namespace

@@ -8,11 +8,6 @@ FOR_EACH_CHANNEL(Traffic);
 
 class TrafficOfTheUnit : public ModuleTest {};
 
-std::string missing(const std::string& method, const std::string& interface)
-{
-    return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
-}
-
 TEST_F(TrafficOfTheUnit, PortStatusIsFixedByItsType)
 {
     startInService();
@@ -40,25 +35,10 @@ TEST_F(TrafficOfTheUnit, PortStatusIsFixedByItsType)
     runAll(cases);
 }
 
-std::string queue(std::int64_t status, std::int64_t ct)
-{
-    return "00700068" + head(ct) + words(status);
-}
-
-std::string queueAnswer(std::int64_t result, std::int64_t ct)
-{
-    return toNode("00700067") + head(ct) + words(result);
-}
-
-std::string loop(std::int64_t state, std::int64_t ct)
-{
-    return "00700007" + head(ct) + words(state);
-}
-
-std::string loopAnswer(std::int64_t result, std::int64_t ct)
-{
-    return toNode("00700026") + head(ct) + words(result);
-}
+const auto queue = [](std::int64_t status, std::int64_t ct) { return "00700068" + head(ct) + words(status); };
+const auto ifLoop = [](std::int64_t state, std::int64_t ct) { return "00700007" + head(ct) + words(state); };
+const auto queueAnswer = [](int result, std::int64_t ct) { return toNode("00700067" + head(ct) + words(result)); };
+const auto loopAnswer = [](int result, std::int64_t ct) { return toNode("00700026" + head(ct) + words(result)); };
 
 TEST_P(Traffic, QueueStatusAndIfLoopSetTheGateTogether)
 {
@@ -79,13 +59,13 @@ TEST_P(Traffic, QueueStatusAndIfLoopSetTheGateTogether)
          {queueAnswer(0, ct), gate("false"), released, "5 onSetMLMReq: onSetMLMReq() called (id: 0x700068)",
           "6 onSetMLMReq: Received: SetMLMReqIPC", "6 onSetMLMReq: Respond with: SetMLMResIPC"}},
         {"the loop does not open the gate again",
-         loop(2, ct),
+         ifLoop(2, ct),
          {loopAnswer(0, ct), loopOn, gate("false"),
           "5 onSetIfLoopStatusReq: onSetIfLoopStatusReq() called (id: 0x700007)", todo,
           "6 onSetIfLoopStatusReq: Received: SetIfLoopStatusReqIPC",
           "6 onSetIfLoopStatusReq: Respond with: SetIfLoopStatusResIPC"}},
         {"nor do enabled queues while it is on", queue(1, ct), {queueAnswer(0, ct), gate("false"), released}},
-        {"without both it is open", loop(3, ct), {loopAnswer(0, ct), loopOff, gate("true")}},
+        {"without both it is open", ifLoop(3, ct), {loopAnswer(0, ct), loopOff, gate("true")}},
         {"any other status enables", queue(4294967295, ct), {queueAnswer(0, ct), gate("true"), released}},
         {"no status changes nothing",
          queue(0, ct),
@@ -103,19 +83,19 @@ TEST_P(Traffic, QueueStatusAndIfLoopSetTheGateTogether)
          {queueAnswer(1, ct), gate("true"), released},
          R"({"results":{"IIfLoopDriver_$.getIfLoopState":1}})"},
         {"the gate has no say in the loop's answer",
-         loop(2, ct),
+         ifLoop(2, ct),
          {loopAnswer(0, ct), loopOn, gate("false"), todo, gateError},
          R"({"results":{"ITrafHandler.enableTraffic":1}})"},
         {"a refused loop",
-         loop(3, ct),
+         ifLoop(3, ct),
          {loopAnswer(1, ct), loopOff, gate("false")},
          R"({"results":{"IIfLoopDriver_$.setIfLoop":1}})"},
-        {"loop 1", loop(1, ct), {loopAnswer(1, ct)}},
-        {"loop 4", loop(4, ct), {loopAnswer(1, ct)}},
-        {"channel 3", loop(2, 3), {loopAnswer(1, 3)}},
-        {"channel 0", loop(2, 0), {loopAnswer(1, 0)}},
+        {"loop 1", ifLoop(1, ct), {loopAnswer(1, ct)}},
+        {"loop 4", ifLoop(4, ct), {loopAnswer(1, ct)}},
+        {"channel 3", ifLoop(2, 3), {loopAnswer(1, 3)}},
+        {"channel 0", ifLoop(2, 0), {loopAnswer(1, 0)}},
         {"negative results are failures, too",
-         loop(3, ct),
+         ifLoop(3, ct),
          {loopAnswer(1, ct), loopOff, gate("false"), gateError},
          R"({"results":{"IIfLoopDriver_$.setIfLoop":-1,"ITrafHandler.enableTraffic":-1}})"},
         {"an unreadable loop, negative",
@@ -140,17 +120,10 @@ TEST_F(TrafficOfTheUnit, QueuesOfAWrongChannelAreThoseOfChannel1)
     const std::string released = "ITrafHandler.quiesceChannel(1, false)";
     const Exchange cases[] = {
         {"channel 5", queue(2, 5), {queueAnswer(0, 5), gate("1", "false"), released}},
-        {"channel 1 knows", loop(3, 1), {loopAnswer(0, 1), "IIfLoopDriver_1.setIfLoop(false, 0)", gate("1", "false")}},
         {"channel 2 has queues of its own",
-         loop(3, 2),
+         ifLoop(3, 2),
          {loopAnswer(0, 2), "IIfLoopDriver_2.setIfLoop(false, 1)", gate("2", "true")}},
-        {"channel 2's are disabled",
-         queue(2, 2),
-         {queueAnswer(0, 2), gate("2", "false"), "ITrafHandler.quiesceChannel(2, false)"}},
-        {"channel 0 enables those of channel 1", queue(1, 0), {queueAnswer(0, 0), gate("1", "true"), released}},
-        {"and leaves those of channel 2",
-         loop(3, 2),
-         {loopAnswer(0, 2), "IIfLoopDriver_2.setIfLoop(false, 1)", gate("2", "false")}},
+        {"channel 0", queue(1, 0), {queueAnswer(0, 0), gate("1", "true"), released}},
         {"no status; the request's channel is told, whichever it is",
          queue(0, 4294967295),
          {queueAnswer(1, 4294967295),
@@ -197,23 +170,6 @@ TEST_P(Traffic, TransmitterStatusIsLoggedWhenItChanges)
          {toNode("00700028") + head(3) + words(2), "1" + method + " Incorrect ct number 3 ()"}},
         {"and leaves what is known of the others", request, {answer(3), query, sent(ofChannel("1", "5"))}},
     };
-    runAll(cases);
-}
-
-TEST_F(TrafficOfTheUnit, EachChannelHasATransmitterStatusOfItsOwn)
-{
-    startInService();
-    const auto ask = [](std::int64_t channel, std::int64_t status, bool changed) {
-        const std::string ct = std::to_string(channel);
-        const std::string change = std::string("4 onGetRFTxOperStatusReq: [CT ") + ct + "]RF Tx Oper status changed! " +
-                                   (status == 3 ? "ON" : "OFF");
-        return Exchange{"channel " + ct,
-                        "00700027" + head(channel),
-                        {toNode("00700028") + head(channel) + words(status), "IRadio_" + ct + ".getTransmitterState()",
-                         changed ? std::vector{change} : std::vector<std::string>{}}};
-    };
-    patch(R"({"channels":{"1":{"radio":{"transmitterState":0}}}})");
-    const Exchange cases[] = {ask(1, 2, true), ask(2, 3, true), ask(1, 2, false), ask(2, 3, false)};
     runAll(cases);
 }
 
@@ -280,13 +236,11 @@ TEST_P(Traffic, LoopAndTransmitterFollowTheFrequency)
     const std::string loopOff = "IRadio_$.setRfLoop(false)";
     const std::string method = " onSetXfRFIfStatusReq: ";
     const std::string error = "1" + method + "onSetXfRFIfStatusReq(): ";
-    const Exchange noPlan{
-        "no plan yet, the rest goes on",
-        request(1, 3),
-        {answer(1), loopState, settings,
-         "1 onSetFrequency: onSetFrequency():  Can't set frequency since no channel plan is available",
-         error + "failed to set frequency via m_adapterModel"}};
-    runAll({&noPlan, 1});
+    runOne({"no plan yet, the rest goes on",
+            request(1, 3),
+            {answer(1), loopState, settings,
+             "1 onSetFrequency: onSetFrequency():  Can't set frequency since no channel plan is available",
+             error + "failed to set frequency via m_adapterModel"}});
     platform.radioUp(ct);
     const Exchange cases[] = {
         {"transmitter off, loop on",
@@ -330,25 +284,6 @@ TEST_P(Traffic, LoopAndTransmitterFollowTheFrequency)
     runAll(cases);
 }
 
-TEST_F(TrafficOfTheUnit, AnswersFromTheNodeAreTracedOnly)
-{
-    startInService();
-    const struct {
-        std::string name;
-        std::string id;
-        std::size_t bodyWords;
-    } cases[] = {{"GetIfOperStatusResIPC", "00700002", 2},
-                 {"SetIfLoopStatusResIPC", "00700026", 1},
-                 {"GetRFTxOperStatusResIPC", "00700028", 1},
-                 {"SetXfRFIfStatusResIPC", "00700022", 1},
-                 {"SetMLMResIPC", "00700067", 1}};
-    for (const auto& [name, id, bodyWords] : cases) {
-        const Exchange exchange{
-            name, id + head(1) + zeroWords(bodyWords), {"5 printResponseMessage: Sniff response: " + name}};
-        runAll({&exchange, 1});
-    }
-}
-
 TEST_P(Traffic, WhatIsMissingIsRefusedAndTheRestGoesOn)
 {
     const std::string xfRequest = "00700066" + head(ct) + words(400, 2, 2, 400);
@@ -357,7 +292,7 @@ TEST_P(Traffic, WhatIsMissingIsRefusedAndTheRestGoesOn)
         "1 onSetFrequency: onSetFrequency():  Can't set frequency since no channel plan is available";
     const std::string noFrequency =
         "1 onSetXfRFIfStatusReq: onSetXfRFIfStatusReq(): failed to set frequency via m_adapterModel";
-    const std::string loopOn = loop(2, ct);
+    const std::string loopOn = ifLoop(2, ct);
     const struct {
         std::string interface;
         std::vector<Exchange> exchanges;

@@ -1,6 +1,7 @@
 #include "AdapterModel.h"
 #include "support/SimulatedPlatformFixture.h"
 
+#include <array>
 #include <limits>
 #include <optional>
 #include <vector>
@@ -10,8 +11,22 @@ namespace {
 using namespace kro::device::vornipc;
 using Texts = std::vector<std::string>;
 
-/// The model of a two-channel unit. What the simulated radio runs by default is frame format 1 with 4QAM to 4096QAM and
-/// class "4H" on 17.8 and 18.81 GHz, which is step 400 in both directions.
+/// A channel's configuration, as the model is asked for it and as the platform is told.
+struct Configuration {
+    int ct;
+    std::array<std::uint32_t, 3> plan; ///< step size, base frequencies
+    std::array<int, 2> steps;
+    std::array<int, 4> frameFormat; ///< frame id, lowest and highest modulation, class
+    std::string told;
+};
+
+/// The first is what the radio of channel 1 runs by default; nothing of the second is the same.
+const Configuration configuration1{
+    1, {250, 17'700'000, 18'710'000}, {400, 400}, {1, 2, 29, 4}, "1, 1, 31, 121, 2, 17800000, 18810000"};
+const Configuration configuration2{
+    2, {500, 21'200'000, 22'432'000}, {200, 202}, {7, 4, 27, 5}, "2, 7, 40, 112, 5, 21300000, 22533000"};
+
+/// The model of a two-channel unit.
 class AdapterModelOnPlatform : public SimulatedPlatformFixture {
 protected:
     static constexpr RadioChannel channel1{1};
@@ -30,26 +45,27 @@ protected:
 
     AdapterModel& model() { return *m_model; }
 
-    static RfChannelPlan plan(std::uint32_t step, std::uint32_t tx, std::uint32_t rx)
+    bool receivePlan(int ct, const std::array<std::uint32_t, 3>& values)
     {
-        RfChannelPlan plan;
-        plan.stepSize = step;
-        plan.rfBaseTxFrequency = tx;
-        plan.rfBaseRxFrequency = rx;
-        return plan;
+        const auto [stepSize, baseTx, baseRx] = values;
+        return model().onRfChannelPlanReceived(
+            RadioChannel{ct}, {.stepSize = stepSize, .rfBaseTxFrequency = baseTx, .rfBaseRxFrequency = baseRx});
     }
 
-    bool receivePlan(RadioChannel ct = channel1)
+    bool setFrequency(const Configuration& to) { return model().onSetFrequency(to.ct - 1, to.steps[0], to.steps[1]); }
+
+    bool setFrameFormat(const Configuration& to)
     {
-        return model().onRfChannelPlanReceived(ct, plan(250, 17'700'000, 18'710'000));
+        const auto [frameId, min, max, sec] = to.frameFormat;
+        return model().onSetFrameFormatReq(to.ct - 1, frameId, min, max, sec);
     }
 
-    /// Brings channel 1 to where it asks for just what the radio runs.
-    void configureAsItRuns()
+    /// Brings a channel to where its radio runs just what it is asked for.
+    void configure(const Configuration& to)
     {
-        EXPECT_TRUE(receivePlan());
-        EXPECT_TRUE(model().onSetFrequency(0, 400, 400));
-        EXPECT_TRUE(model().onSetFrameFormatReq(0, 1, 2, 29, 4));
+        EXPECT_TRUE(receivePlan(to.ct, to.plan) && setFrequency(to) && setFrameFormat(to));
+        calls();
+        traceLines();
     }
 
     /// @return new platform calls as "IRadio_1.setRfLoop(true)"
@@ -87,16 +103,22 @@ private:
     std::uint64_t m_seenLines = 0;
 };
 
-const Texts queries{"IHardwareConfigurationHandler.getRadioFrameId(1)", "IAcmHandler_1.getMinMaxModulationAndCode()",
-                    "ISystemPowerController_1.getReferenceSec()", "IFrequencyController_1.getTxFrequency()",
-                    "IFrequencyController_1.getRxFrequency()"};
+/// The same for either channel, while the other one is configured and runs.
+class AdapterModelOfChannel : public AdapterModelOnPlatform, public testing::WithParamInterface<int> {
+protected:
+    AdapterModelOfChannel() { configure(GetParam() == 1 ? configuration2 : configuration1); }
 
-Texts queriesAnd(const std::string& call)
-{
-    Texts all = queries;
-    all.push_back(call);
-    return all;
-}
+    const Configuration& own = GetParam() == 1 ? configuration1 : configuration2;
+    const std::string ct = std::to_string(own.ct);
+    const std::string told = "kro_top_api.criSetRadioChannelNearEnd(" + own.told + ", true)";
+    const Texts queries{
+        "IHardwareConfigurationHandler.getRadioFrameId(" + ct + ")",
+        "IAcmHandler_" + ct + ".getMinMaxModulationAndCode()", "ISystemPowerController_" + ct + ".getReferenceSec()",
+        "IFrequencyController_" + ct + ".getTxFrequency()", "IFrequencyController_" + ct + ".getRxFrequency()"};
+    const Texts queriesAndConfiguration{queries[0], queries[1], queries[2], queries[3], queries[4], told};
+};
+
+INSTANTIATE_TEST_SUITE_P(OnChannel, AdapterModelOfChannel, testing::Values(1, 2), testing::PrintToStringParamName());
 
 const std::string nearEnd = "1 setRadioChannelNearEnd: setRadioChannelNearEnd(): ";
 const std::string failedCall = "1 onSetFrequency: onSetFrequency():  Failed during cal to setRadioChannelNearEnd";
@@ -123,8 +145,8 @@ TEST_F(AdapterModelOnPlatform, ConvertsTheNodesNumbering)
 
 TEST_F(AdapterModelOnPlatform, RefusesChannelsThatItDoesNotHave)
 {
-    EXPECT_FALSE(receivePlan(RadioChannel{0}));
-    EXPECT_FALSE(receivePlan(RadioChannel{3}));
+    EXPECT_FALSE(receivePlan(0, configuration1.plan));
+    EXPECT_FALSE(receivePlan(3, configuration1.plan));
     EXPECT_FALSE(model().onSetFrameFormatReq(-1, 1, 2, 29, 4));
     EXPECT_FALSE(model().onSetFrameFormatReq(2, 1, 2, 29, 4));
     EXPECT_EQ(traceLines(), Texts{});
@@ -134,10 +156,10 @@ TEST_F(AdapterModelOnPlatform, RefusesChannelsThatItDoesNotHave)
                   Texts{"1 onSetFrequency: onSetFrequency():  Incorrect radioChannelIndex = " + std::to_string(index)});
     }
     renew(1);
-    EXPECT_FALSE(receivePlan(channel2)) << "a unit of one channel";
+    EXPECT_FALSE(receivePlan(2, configuration1.plan)) << "a unit of one channel";
     renew(255);
-    EXPECT_TRUE(receivePlan(channel2)) << "more than two channels count as two";
-    EXPECT_FALSE(receivePlan(RadioChannel{3}));
+    EXPECT_TRUE(receivePlan(2, configuration1.plan)) << "more than two channels count as two";
+    EXPECT_FALSE(receivePlan(3, configuration1.plan));
     EXPECT_EQ(calls(), Texts{});
 }
 
@@ -146,65 +168,65 @@ TEST_F(AdapterModelOnPlatform, RefusesEverythingWithoutItsInterfaces)
     renew(2, {{"interfaces", {{"IOutputPowerCalculator_2", false}}}});
     EXPECT_EQ(m_initialised, 0x8000U);
     traceLines();
-    EXPECT_FALSE(receivePlan());
-    EXPECT_FALSE(model().onSetFrequency(0, 1, 1));
-    EXPECT_FALSE(model().onSetFrameFormatReq(0, 1, 2, 29, 4));
+    EXPECT_FALSE(receivePlan(1, configuration1.plan));
+    EXPECT_FALSE(setFrequency(configuration1));
+    EXPECT_FALSE(setFrameFormat(configuration1));
     EXPECT_FALSE(model().onSetFarEndPmaxCapability(channel1, {}));
     EXPECT_EQ(traceLines(), Texts{});
     EXPECT_EQ(calls(), Texts{});
 }
 
-TEST_F(AdapterModelOnPlatform, WaitsUntilAChannelIsComplete)
+TEST_P(AdapterModelOfChannel, WaitsUntilAChannelIsComplete)
 {
-    EXPECT_FALSE(model().onSetFrequency(0, 400, 400));
+    EXPECT_FALSE(setFrequency(own));
     EXPECT_EQ(traceLines(), Texts{"1 onSetFrequency: onSetFrequency():  Can't set frequency since no channel plan is "
                                   "available"});
-    const auto incomplete = [](const std::string& frequency, const std::string& frame) {
+    const auto incomplete = [this](const std::string& frequency, const std::string& frame) {
         return Texts{"6 setRadioChannelNearEnd: setRadioChannelNearEnd(): ENTER "
-                     "setRadioChannelNearEnd(radioChannelIndex=0)",
+                     "setRadioChannelNearEnd(radioChannelIndex=" +
+                         std::to_string(own.ct - 1) + ")",
                      "5 setRadioChannelNearEnd: setRadioChannelNearEnd(): Not completely configured yet, just return. "
                      "Frequency configured: " +
                          frequency + ", Radio frame ID configured:" + frame};
     };
-    EXPECT_TRUE(model().onSetFrameFormatReq(0, 1, 2, 29, 4));
+    EXPECT_TRUE(setFrameFormat(own));
     EXPECT_EQ(traceLines(), incomplete("no", "yes")) << "the refused frequency has not been kept";
     renew();
-    EXPECT_TRUE(receivePlan());
+    EXPECT_TRUE(receivePlan(own.ct, own.plan));
     traceLines();
-    EXPECT_TRUE(model().onSetFrequency(0, 400, 400));
+    EXPECT_TRUE(setFrequency(own));
     EXPECT_EQ(traceLines(), incomplete("yes", "no"));
     EXPECT_EQ(calls(), Texts{});
 }
 
-TEST_F(AdapterModelOnPlatform, ConfiguresOnlyWhatDiffers)
+TEST_P(AdapterModelOfChannel, ConfiguresOnlyWhatDiffers)
 {
-    configureAsItRuns();
-    EXPECT_EQ(calls(), queries) << "nothing differs";
+    configure(own);
+    EXPECT_TRUE(setFrequency(own) && setFrameFormat(own));
+    EXPECT_EQ(calls().size(), 2 * queries.size()) << "nothing differs";
 
     const struct {
         const char* path;
-        Json running;
-    } differences[] = {{"/channels/1/radioFrameId", 7},
-                       {"/channels/1/acm/min", 30},
-                       {"/channels/1/acm/max", 122},
-                       {"/channels/1/systemPower/referenceSec", 1000},
-                       {"/channels/1/frequency/tx", 17'800'001},
-                       {"/channels/1/frequency/rx", 4'294'967'295}};
-    for (const auto& [path, running] : differences) {
+        Json value;
+    } differences[] = {{"/radioFrameId", 8},
+                       {"/acm/min", 30},
+                       {"/acm/max", 122},
+                       {"/systemPower/referenceSec", 1000},
+                       {"/frequency/tx", 17'800'001},
+                       {"/frequency/rx", 4'294'967'295}};
+    for (const auto& [path, value] : differences) {
         SCOPED_TRACE(path);
-        m_platform.patchState(Json{{path, running}}.unflatten());
-        EXPECT_TRUE(model().onSetFrequency(0, 400, 400));
-        EXPECT_EQ(calls(), queriesAnd("kro_top_api.criSetRadioChannelNearEnd(1, 1, 31, 121, 2, 17800000, 18810000, "
-                                      "true)"));
-        EXPECT_TRUE(model().onSetFrequency(0, 400, 400));
+        m_platform.patchState(Json{{"/channels/" + ct + path, value}}.unflatten());
+        EXPECT_TRUE(setFrequency(own));
+        EXPECT_EQ(calls(), queriesAndConfiguration);
+        EXPECT_TRUE(setFrequency(own));
         EXPECT_EQ(calls(), queries) << "now it runs";
     }
 }
 
 TEST_F(AdapterModelOnPlatform, TracesTheComparison)
 {
-    configureAsItRuns();
-    traceLines();
+    configure(configuration1);
     EXPECT_TRUE(model().onSetFrameFormatReq(0, 1, 2, 30, 5));
     const std::string at5 = "5 setRadioChannelNearEnd: setRadioChannelNearEnd(): ";
     EXPECT_EQ(
@@ -226,30 +248,29 @@ TEST_F(AdapterModelOnPlatform, CountsFrequenciesInStepsOf32Bits)
         int rxStep;
         std::string frequencies;
     } cases[] = {{4, 6, "200, 350"}, {0, 0, "100, 200"}, {-4, -9, "0, 4294967271"}, {2147483647, 1, "2147483723, 225"}};
-    EXPECT_TRUE(model().onRfChannelPlanReceived(channel2, plan(25, 100, 200)));
+    EXPECT_TRUE(receivePlan(2, {25, 100, 200}));
     EXPECT_TRUE(model().onSetFrameFormatReq(1, -1, 0, 31, 0));
     for (const auto& [txStep, rxStep, frequencies] : cases) {
         EXPECT_TRUE(model().onSetFrequency(1, txStep, rxStep));
         EXPECT_EQ(calls().back(),
                   "kro_top_api.criSetRadioChannelNearEnd(2, 4294967295, 143, 31, 1000, " + frequencies + ", true)");
     }
-    EXPECT_TRUE(model().onRfChannelPlanReceived(channel2, plan(1, 0, 0)));
+    EXPECT_TRUE(receivePlan(2, {1, 0, 0}));
     EXPECT_EQ(calls(), Texts{}) << "a new plan alone changes nothing";
 }
 
-TEST_F(AdapterModelOnPlatform, AFailureStopsTheConfigurationUntilTheNextRequest)
+TEST_P(AdapterModelOfChannel, AFailureStopsTheConfigurationUntilTheNextRequest)
 {
-    configureAsItRuns();
-    m_platform.patchState(Json{{"/channels/1/frequency/rx", 1}}.unflatten());
-    const std::string configure = "kro_top_api.criSetRadioChannelNearEnd(1, 1, 31, 121, 2, 17800000, 18810000, true)";
+    configure(own);
+    m_platform.patchState(Json{{"/channels/" + ct + "/frequency/rx", 1}}.unflatten());
     const struct {
         std::string operation;
         std::size_t calls;
         std::string text;
     } cases[] = {
         {"IHardwareConfigurationHandler.getRadioFrameId", 1, " Failed to get current radio frame id"},
-        {"IAcmHandler_1.getMinMaxModulationAndCode", 2, " Failed to get current min/max modulation"},
-        {"ISystemPowerController_1.getReferenceSec", 3, " Failed to get current rsec"},
+        {"IAcmHandler_" + ct + ".getMinMaxModulationAndCode", 2, " Failed to get current min/max modulation"},
+        {"ISystemPowerController_" + ct + ".getReferenceSec", 3, " Failed to get current rsec"},
         {"kro_top_api.criSetRadioChannelNearEnd", 6, "failed: out of band, (eTI_E_FAILED_TO_GET_EXTERNAL_INTERFACE)"},
     };
     m_platform.setTraceLevel("KRO.VORNIPC.AdapterModel", 1);
@@ -259,18 +280,18 @@ TEST_F(AdapterModelOnPlatform, AFailureStopsTheConfigurationUntilTheNextRequest)
         calls();
         traceLines();
         m_platform.patchState({{"results", {{operation, 0x8008}}}});
-        EXPECT_FALSE(model().onSetFrequency(0, 400, 400));
-        Texts expected = queriesAnd(configure);
+        EXPECT_FALSE(setFrequency(own));
+        Texts expected = queriesAndConfiguration;
         expected.resize(expectedCalls);
         EXPECT_EQ(calls(), expected);
         EXPECT_EQ(traceLines(), (Texts{nearEnd + text, failedCall}));
-        EXPECT_FALSE(model().onSetFrameFormatReq(0, 1, 2, 29, 4));
+        EXPECT_FALSE(setFrameFormat(own));
         EXPECT_EQ(traceLines(), Texts{nearEnd + text});
         m_platform.patchState({{"results", {{operation, nullptr}}}});
     }
     m_platform.patchState({{"errorIndicators", {{"kro_top_api.criSetRadioChannelNearEnd", 0}}}});
-    EXPECT_TRUE(model().onSetFrequency(0, 400, 400)) << "an indicator of 0 is no failure";
-    EXPECT_EQ(calls().back(), configure);
+    EXPECT_TRUE(setFrequency(own)) << "an indicator of 0 is no failure";
+    EXPECT_EQ(calls().back(), told);
 }
 
 TEST_F(AdapterModelOnPlatform, TellsTheFarEndsLimitsInHundredthsOfADb)

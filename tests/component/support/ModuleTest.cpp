@@ -96,6 +96,12 @@ void ModuleTest::settle()
     deliver("");
 }
 
+void ModuleTest::deliverAndSettle(const std::string& hexDigits, unsigned device)
+{
+    deliver(hexDigits, device);
+    settle();
+}
+
 bool ModuleTest::answersSelfTest()
 {
     settle();
@@ -112,11 +118,8 @@ void ModuleTest::runAll(std::span<const Exchange> exchanges)
         if (!exchange.given.empty()) {
             patch(exchange.given);
         }
-        const auto event = [&] {
-            deliver(exchange.request, exchange.device);
-            settle();
-        };
-        expectOutcome(exchange.name, event, exchange.outcome);
+        expectOutcome(
+            exchange.name, [&] { deliverAndSettle(exchange.request, exchange.device); }, exchange.outcome);
         endInjections();
     }
 }
@@ -214,6 +217,19 @@ std::int64_t ChannelTest::stateOfChannel(const std::string& path) const
     return platform.state().at(Json::json_pointer("/channels/" + std::to_string(ct) + path)).get<std::int64_t>();
 }
 
+void ChannelTest::expectForWrongChannels(const std::string& requestId, const std::string& requestBody,
+                                         const std::string& answerId, const std::string& answerBody,
+                                         const std::string& line)
+{
+    for (const std::int64_t wrong : {0LL, 3LL, 4294967295LL}) {
+        const std::string number = std::to_string(wrong);
+        std::vector<std::string> outcome{toNode(answerId) + head(wrong) + answerBody,
+                                         std::string(line).replace(line.find('#'), 1, number)};
+        outcome.erase(outcome.begin(), outcome.begin() + (answerId.empty() ? 1 : 0));
+        runOne({requestId + " for channel " + number, requestId + head(wrong) + requestBody, {outcome}});
+    }
+}
+
 std::string selfTest(std::int64_t type, std::int64_t capabilityEH)
 {
     return "00200004" + head(0) + words(type) + words(0, 0, 0, 0, 0, capabilityEH, 0, 0, 0, 0, 0, 0);
@@ -222,4 +238,9 @@ std::string selfTest(std::int64_t type, std::int64_t capabilityEH)
 std::string mmuState(std::int64_t state)
 {
     return "00200009" + head(0) + words(state);
+}
+
+std::string missing(const std::string& method, const std::string& interface)
+{
+    return "1 " + method + ": " + method + "(): " + interface + " was not found at the start, it was not called";
 }

@@ -85,10 +85,13 @@ protected:
     /// Returns when the module has processed what has been delivered. Only while its reader runs.
     void settle();
 
+    void deliverAndSettle(const std::string& hexDigits, unsigned device = 0);
+
     /// Whether the module still answers a self test.
     bool answersSelfTest();
 
     void runAll(std::span<const Exchange> exchanges);
+    void runOne(const Exchange& exchange) { runAll({&exchange, 1}); }
 
     /// Lets something happen and compares what comes of it.
     void expectOutcome(const std::string& name, const std::function<void()>& event, const Outcome& expected);
@@ -154,6 +157,11 @@ protected:
     /// What the channel's radio has at a place of its state, "/radio/temperature".
     std::int64_t stateOfChannel(const std::string& path) const;
 
+    /// A request for channel numbers that no unit has: all get the answer and the line, in which `#` is the number.
+    /// @param answerId empty where there is no answer
+    void expectForWrongChannels(const std::string& requestId, const std::string& requestBody,
+                                const std::string& answerId, const std::string& answerBody, const std::string& line);
+
     /// What is expected of channel 1, or of channel 2.
     template <class T>
     T ofChannel(T first, T second) const
@@ -174,3 +182,6 @@ std::string selfTest(std::int64_t type, std::int64_t capabilityEH);
 
 /// State of the modem unit, for slot 3.
 std::string mmuState(std::int64_t state);
+
+/// The line that refuses to use an interface that is missing.
+std::string missing(const std::string& method, const std::string& interface);
