@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <iterator>
 #include <map>
 #include <random>
@@ -178,41 +177,6 @@ TEST_F(MisuseMatrix, SlowOperationsWhileMessagesQueue)
         node.join();
     }
     EXPECT_TRUE(answersSelfTest());
-}
-
-TEST_F(MisuseMatrix, RadiosStormWhileTheNodeChangesTheUnitsState)
-{
-    startInService(0x26, {.traceLevel = 1});
-    std::atomic<bool> over = false;
-    std::vector<std::thread> radios;
-    for (const int ct : {1, 1, 2, 2}) {
-        radios.emplace_back([this, ct, &over] {
-            while (!over) {
-                platform.radioUp(ct);
-                platform.radioCapabilitiesAvailable(ct);
-                platform.radioDown(ct);
-            }
-        });
-    }
-    for (int i = 0; i < 100; ++i) {
-        deliver(mmuState(i % 2 == 0 ? 3 : 1));
-        deliver("00300021" + head(1));
-    }
-    over = true;
-    for (std::thread& radio : radios) {
-        radio.join();
-    }
-    EXPECT_TRUE(answersSelfTest());
-    platform.radioUp(1);
-    platform.radioUp(2);
-    deliverAndSettle(mmuState(1));
-    newlySent();
-    deliverAndSettle(mmuState(1));
-    std::size_t detected = 0;
-    for (const std::string& buffer : newlySent()) {
-        detected += buffer.starts_with(toNode("00200131")) ? 1U : 0U;
-    }
-    EXPECT_EQ(detected, 2U) << "both radios, in whichever state the storm left them";
 }
 
 TEST_F(MisuseMatrix, RandomBodies)

@@ -12,15 +12,10 @@ class EquipmentHandlerOnPlatform : public SimulatedPlatformFixture {};
 
 TEST_F(EquipmentHandlerOnPlatform, KeepsNoStateOfChannelsThatAreNotServed)
 {
-    const struct {
-        unsigned channelCount;
-        int ct;
-    } cases[] = {{2, 0}, {2, 3}, {2, -1}, {1, 2}, {3, 1}};
+    const std::pair<unsigned, int> cases[] = {{2, 0}, {2, 3}, {2, -1}, {1, 2}, {3, 1}};
     for (const auto& [channelCount, number] : cases) {
-        const std::string channel = std::to_string(number);
-        SCOPED_TRACE(std::to_string(channelCount) + " channels, channel " + channel);
         restart(2);
-        VornipcMessageHandler messageHandler("", nullptr);
+        VornipcMessageHandler messageHandler("", nullptr); // would say of each message that it has no sender
         messageHandler.setOutgoingIpcMessagesAllowed(true);
         AdapterModel model(2);
         EquipmentHandler handler(channelCount, messageHandler, model);
@@ -33,19 +28,21 @@ TEST_F(EquipmentHandlerOnPlatform, KeepsNoStateOfChannelsThatAreNotServed)
         handler.radioDown(ct);
         handler.radioCapabilitiesAvailable(ct);
         EXPECT_EQ(newCalls(), Json::array());
-        EXPECT_EQ(messageHandler.getSpontaneousMessageSequenceNumber(), 0x80000000U) << "nothing has been built";
 
-        const std::string refused = "1 setRadioUp(): channel " + channel + " is not served (channel count " +
+        const std::string channel = std::to_string(number);
+        const std::string refused = "setRadioUp(): channel " + channel + " is not served (channel count " +
                                     std::to_string(channelCount) + "), its state is not kept";
-        std::vector<std::string> lines;
         const Json trace = m_platform.traceLines(0);
+        std::vector<std::string> lines;
         for (const auto& line : trace["lines"]) {
-            lines.push_back(std::to_string(line["level"].get<int>()) + " " + line["text"].get<std::string>());
+            lines.push_back(line["text"]);
         }
-        EXPECT_EQ(lines, (std::vector<std::string>{
-                             "3 RadioUp for ct " + channel + "calling notifyRadioDetected()", refused, refused,
-                             "3 [CT" + channel +
-                                 "] radioCapabilitiesAvailable(): ANS is not capable of handling RLaprintExtIPC"}));
+        EXPECT_EQ(lines, (std::vector<std::string>{"RadioUp for ct " + channel + "calling notifyRadioDetected()",
+                                                   refused, refused,
+                                                   "[CT" + channel +
+                                                       "] radioCapabilitiesAvailable(): ANS is not "
+                                                       "capable of handling RLaprintExtIPC"}));
+        EXPECT_EQ(trace["lines"][1]["level"], 1);
     }
 }
 
