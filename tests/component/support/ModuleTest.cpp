@@ -212,11 +212,6 @@ std::string ChannelTest::meant(std::string text) const
     return result;
 }
 
-std::int64_t ChannelTest::stateOfChannel(const std::string& path) const
-{
-    return platform.state().at(Json::json_pointer("/channels/" + std::to_string(ct) + path)).get<std::int64_t>();
-}
-
 void ChannelTest::expectForWrongChannels(const std::string& requestId, const std::string& requestBody,
                                          const std::string& answerId, const std::string& answerBody,
                                          const std::string& line)

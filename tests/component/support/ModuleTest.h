@@ -154,9 +154,6 @@ protected:
     void TearDown() override;
     std::string meant(std::string text) const override;
 
-    /// What the channel's radio has at a place of its state, "/radio/temperature".
-    std::int64_t stateOfChannel(const std::string& path) const;
-
     /// A request for channel numbers that no unit has: all get the answer and the line, in which `#` is the number.
     /// @param answerId empty where there is no answer
     void expectForWrongChannels(const std::string& requestId, const std::string& requestBody,
