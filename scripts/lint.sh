@@ -2,7 +2,7 @@
 # Formatting and static checks over our own sources.
 # usage: scripts/lint.sh format              complain about files that clang-format would change
 #        scripts/lint.sh rewrite             change them
-#        scripts/lint.sh tidy BUILD [JOBS]   clang-tidy, with the compile commands of BUILD
+#        scripts/lint.sh tidy BUILD [JOBS]   clang-tidy, with the compile commands of BUILD; pyflakes
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,17 +13,23 @@ sources() { # sources EXTENSION...
     done | sort
 }
 
+python=(scripts/mutate)
+layOutPython=(black --quiet --line-length 120)
+
 case ${1:-} in
     format)
-        if ! sources h cpp | xargs -r clang-format --dry-run --Werror --ferror-limit=1; then
+        if ! sources h cpp | xargs -r clang-format --dry-run --Werror --ferror-limit=1 ||
+            ! "${layOutPython[@]}" --diff --check "${python[@]}"; then
             echo "lint: files above are not laid out as .clang-format says; 'make format' does it." >&2
             exit 1
         fi
         ;;
     rewrite)
         sources h cpp | xargs -r clang-format -i
+        "${layOutPython[@]}" "${python[@]}"
         ;;
     tidy)
+        pyflakes3 "${python[@]}"
         build=${2:?the build folder whose compile commands are to be used}
         export build
         checkOne() {

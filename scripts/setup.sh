@@ -10,7 +10,7 @@ declare -A packages=(
         libgtest-dev libgmock-dev libbenchmark-dev curl jq"
     # the second compiler, the sanitizers' run-time for it, formatting and static checks, faults put in on purpose; a
     # cache, since whoever builds all of that builds it often
-    [lint]="clang clang-tidy clang-format libclang-rt-14-dev ccache python3"
+    [lint]="clang clang-tidy clang-format libclang-rt-14-dev ccache python3 black pyflakes3"
     # the pages of `make docs`
     [docs]="doxygen"
     # 32-bit ARM: cross compiler, emulator, GoogleTest as sources

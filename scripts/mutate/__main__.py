@@ -12,7 +12,7 @@ from typing import Dict, List
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-from bench import ROOT, Bench, BuildFailed, FOLDER  # noqa: E402
+from bench import ALL, FOLDER, ROOT, Bench, BuildFailed  # noqa: E402
 from faults import KINDS, Fault, faults_in  # noqa: E402
 
 NO_DIFFERENCE = Path(__file__).resolve().parent / "no-difference.txt"
@@ -84,8 +84,11 @@ class Trial:
                 with self.lock:
                     self.results.append((fault, noticed, seconds))
                     verdict = f"noticed by {noticed}" if noticed else "NOT NOTICED"
-                    print(f"{len(self.results):4} {fault.kind:15} {fault.ident} {seconds:5.1f} s  {fault.describe()}\n"
-                          f"{'':22}{verdict}", flush=True)
+                    print(
+                        f"{len(self.results):4} {fault.kind:15} {fault.ident} {seconds:5.1f} s  {fault.describe()}\n"
+                        f"{'':22}{verdict}",
+                        flush=True,
+                    )
             except BuildFailed:
                 with self.lock:
                     self.not_built += 1
@@ -108,8 +111,10 @@ def report(trial: Trial, seconds: float) -> float:
     every = [hit for hits in tried.values() for hit in hits]
     share = 100 * sum(every) / max(1, len(every))
     print(f"{'all':15} {len(every):6}  {sum(every):7}   {share:.0f} %")
-    print(f"\n{seconds / max(1, len(every)):.1f} s a fault; {trial.not_built} more did not build, "
-          f"{len(trial.no_difference)} more make no difference from outside")
+    print(
+        f"\n{seconds / max(1, len(every)):.1f} s a fault; {trial.not_built} more did not build, "
+        f"{len(trial.no_difference)} more make no difference from outside"
+    )
     for fault in trial.no_difference:
         print(f"  {fault.ident} {fault.describe()}\n           {trial.known[fault.ident]}")
     missed = [fault for fault, noticed, _ in trial.results if noticed is None]
@@ -133,9 +138,13 @@ def main() -> int:
     parser.add_argument("--list", action="store_true", help="print the faults and try none")
     options = parser.parse_args()
 
-    faults = [fault for fault in all_faults()
-              if (not options.kind or fault.kind in options.kind) and (options.file or "") in fault.file
-              and (not options.only or fault.ident in options.only)]
+    faults = [
+        fault
+        for fault in all_faults()
+        if (not options.kind or fault.kind in options.kind)
+        and (options.file or "") in fault.file
+        and (not options.only or fault.ident in options.only)
+    ]
     faults = in_turn(faults, options.seed)
     if not faults:
         parser.error("there is no such fault; --list shows all")
@@ -153,12 +162,12 @@ def main() -> int:
         bench.refresh()
         for preset in ["clang", "tsan"] if any(fault.kind == "lock" for fault in first) else ["clang"]:
             try:
-                bench.build(preset, options.benches)
+                bench.build(preset, options.benches, ALL)
             except BuildFailed as error:
                 print(f"mutate: the tree does not build as it is:\n{error}", file=sys.stderr)
                 return 1
-    for preset in sorted(benches[0]._ready):
-        if broken := benches[0].failing_test(preset, 300):
+    for preset in sorted(benches[0].ready):
+        if broken := benches[0].failing_test(preset, options.benches, 300):
             print(f"mutate: without any fault, {broken} fails already ({preset})", file=sys.stderr)
             return 1
     print(f"built and green after {time.monotonic() - begin:.0f} s; seed {options.seed}", flush=True)

@@ -10,7 +10,8 @@ from typing import List, Optional, Sequence, Tuple
 
 ROOT = Path(__file__).resolve().parents[2]
 FOLDER = ROOT / "build" / "mutate"
-TARGETS = ["VornipcAdapter", "unit_tests", "component_tests"]
+UNIT = ["unit_tests"]
+ALL = ["unit_tests", "VornipcAdapter", "component_tests"]
 
 # In this order until one fails: what notices most comes first, what takes seconds last. Tests of the simulated platform
 # alone do not reach src/.
@@ -19,7 +20,7 @@ STORIES = "*Exchanges*"
 SLOW = "*ManyLives*:*Storm*:*ARestartedRadio*:MisuseMatrix*"
 
 # Seconds after which a test program hangs; without a fault each takes less than 10.
-PATIENCE = 60
+PATIENCE = 45
 
 
 class BuildFailed(Exception):
@@ -28,9 +29,17 @@ class BuildFailed(Exception):
 
 def run(command: Sequence[str], cwd: Path, seconds: float, env: Optional[dict] = None) -> Tuple[int, str]:
     """Exit code and output; a command that takes too long is ended with all that it started."""
-    with subprocess.Popen(command, cwd=cwd, env={**os.environ, **(env or {})}, stdin=subprocess.DEVNULL,
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace",
-                          start_new_session=True) as process:
+    with subprocess.Popen(
+        command,
+        cwd=cwd,
+        env={**os.environ, **(env or {})},
+        stdin=subprocess.DEVNULL,
+        stdout=subprocess.PIPE,
+        stderr=subprocess.STDOUT,
+        text=True,
+        errors="replace",
+        start_new_session=True,
+    ) as process:
         try:
             output, _ = process.communicate(timeout=seconds)
             return process.returncode, output
@@ -41,18 +50,25 @@ def run(command: Sequence[str], cwd: Path, seconds: float, env: Optional[dict] =
 
 
 def tracked_files() -> List[str]:
-    listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT,
-                            capture_output=True, check=True).stdout.decode()
+    listed = subprocess.run(
+        ["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
+        cwd=ROOT,
+        capture_output=True,
+        check=True,
+    ).stdout.decode()
     return [name for name in listed.split("\0") if name and (ROOT / name).is_file()]
 
 
 class Bench:
-    """One copy of the tree with its builds: plain, and under ThreadSanitizer for faults of locks."""
+    """One copy of the tree with its builds: plain, and under ThreadSanitizer for faults of locks. They lie in the copy as
+    they do in any clone, so that the compiler cache has most of it already."""
 
     def __init__(self, number: int) -> None:
-        self.tree = FOLDER / f"tree{number}"
-        self.builds = {"clang": FOLDER / f"clang{number}", "tsan": FOLDER / f"tsan{number}"}
-        self._ready: set = set()
+        self.tree = FOLDER / str(number)
+        self.ready: set = set()
+
+    def folder(self, preset: str) -> Path:
+        return self.tree / "build" / preset
 
     def refresh(self) -> None:
         """Makes the copy what the tree is. Files that are the same keep their times, so that little is built anew."""
@@ -63,34 +79,40 @@ class Bench:
                 copy.parent.mkdir(parents=True, exist_ok=True)
                 shutil.copy(source, copy)
         for path in [p for p in self.tree.rglob("*") if p.is_file()]:
-            if str(path.relative_to(self.tree)) not in wanted:
+            name = str(path.relative_to(self.tree))
+            if name not in wanted and not name.startswith("build/"):
                 path.unlink()
 
-    def build(self, preset: str, jobs: int) -> None:
-        folder = self.builds[preset]
-        if preset not in self._ready:
-            code, output = run(["cmake", "--preset", preset, "-B", str(folder), f"-DVORNIPC_BIN_DIR={folder}/bin"],
-                               self.tree, 300)
+    def build(self, preset: str, jobs: int, targets: Sequence[str]) -> None:
+        if preset not in self.ready:
+            code, output = run(["cmake", "--preset", preset], self.tree, 300)
             if code != 0:
                 raise BuildFailed(output)
-            self._ready.add(preset)
-        code, output = run(["cmake", "--build", str(folder), "-j", str(jobs), "--target", *TARGETS], self.tree, 3000)
+            self.ready.add(preset)
+        code, output = run(
+            ["cmake", "--build", str(self.folder(preset)), "-j", str(jobs), "--target", *targets], self.tree, 3000
+        )
         if code != 0:
             raise BuildFailed(output)
 
-    def failing_test(self, preset: str, seconds: float = PATIENCE) -> Optional[str]:
-        """The first test that notices something; None when all pass."""
-        tests = self.builds[preset] / "tests"
-        programs = [tests / "unit" / "unit_tests", tests / "component" / "component_tests"]
+    def failing_test(self, preset: str, jobs: int, seconds: float = PATIENCE) -> Optional[str]:
+        """Builds and runs, program by program, until a test notices something; None when all pass."""
+        tests = self.folder(preset) / "tests"
+        unit = tests / "unit" / "unit_tests"
+        component = tests / "component" / "component_tests"
         if preset == "tsan":
-            rounds = [(program, "*Meeting*") for program in programs]
+            rounds = [(UNIT, unit, "*Meeting*"), (ALL, component, "*Meeting*")]
         else:
-            unit, component = programs
-            rounds = [(unit, f"-{ELSEWHERE}"), (component, STORIES), (component, f"-{STORIES}:{SLOW}"),
-                      (component, SLOW)]
-        env = {"GTEST_FAIL_FAST": "1", "GTEST_BRIEF": "0", "TSAN_OPTIONS": "halt_on_error=1"}
-        for program, tests_of_round in rounds:
-            code, output = run([str(program), f"--gtest_filter={tests_of_round}"], program.parent, seconds, env)
+            rounds = [
+                (UNIT, unit, f"-{ELSEWHERE}"),
+                (ALL, component, STORIES),
+                (ALL, component, f"-{STORIES}:{SLOW}"),
+                (ALL, component, SLOW),
+            ]
+        env = {"GTEST_FAIL_FAST": "1", "TSAN_OPTIONS": "halt_on_error=1"}
+        for targets, program, chosen in rounds:
+            self.build(preset, jobs, targets)
+            code, output = run([str(program), f"--gtest_filter={chosen}"], program.parent, seconds, env)
             if code != 0:
                 lines = output.splitlines()
                 failed = [line for line in lines if line.startswith("[  FAILED  ] ")]
@@ -108,8 +130,7 @@ class Bench:
         try:
             path.write_text(faulty)
             for preset in presets:
-                self.build(preset, 1)
-                noticed = self.failing_test(preset)
+                noticed = self.failing_test(preset, 1)
                 if noticed:
                     return noticed + (" under ThreadSanitizer" if preset == "tsan" else ""), time.monotonic() - begin
             return None, time.monotonic() - begin

@@ -84,7 +84,16 @@ class Source:
         function = re.findall(r"([\w:~]+)\s*\(", head)
         if found and "(" not in head:
             self.names.append((at, len(self.code), found.group(1)))
-        elif function and function[0] not in ("if", "for", "while", "switch", "catch", "requires", "decltype", "return"):
+        elif function and function[0] not in (
+            "if",
+            "for",
+            "while",
+            "switch",
+            "catch",
+            "requires",
+            "decltype",
+            "return",
+        ):
             self.names.append((at, len(self.code), function[0]))
 
     def _close_name(self, opened: int, at: int) -> None:
@@ -205,8 +214,11 @@ def calls(source: Source) -> Iterator[List[Tuple[int, int]]]:
             statement = source.code[start:end]
             plain = (
                 re.match(r"[\w:*(\[]", statement)
-                and not re.match(r"(return|using|static|const|constexpr|auto|break|case|throw|if|else|for|default|friend"
-                                 r"|template|typedef|extern|public|private|virtual|explicit|namespace|static_assert)\b", statement)
+                and not re.match(
+                    r"(return|using|static|const|constexpr|auto|break|case|throw|if|else|for|default|friend"
+                    r"|template|typedef|extern|public|private|virtual|explicit|namespace|static_assert)\b",
+                    statement,
+                )
                 and not re.match(r"[\w:<>,* &]+[ &*]\w+( = .*|\{.*|\(.*)?;$", statement.split("(")[0] + ";")
                 and re.search(r"[(=]|\+\+|--", statement)
                 and (not run or source.code[run[-1][1] : start].strip() == "")
@@ -226,8 +238,8 @@ def in_function(source: Source, position: int) -> bool:
 
 
 def is_assignment(source: Source, start: int, end: int) -> bool:
-    """Whether a statement only copies a value: whether two of these change places, nobody can tell."""
-    return re.match(r"[\w.:>*\[\]-]+ = [^(]*;$", source.code[start:end]) is not None
+    """Whether a statement only sets a value, asking no object for it: that two of these change places, nobody can tell."""
+    return re.match(r"[\w.:>*\[\]-]+ = (?:(?!->)[^;])*;$", source.code[start:end]) is not None
 
 
 def exchanged(source: Source) -> Found:
