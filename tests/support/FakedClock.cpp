@@ -96,6 +96,7 @@ std::vector<nanoseconds> FakedClock::deadlines()
 
 // In the program's own symbols, these two go before the system's and the sanitizers'.
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's names are reserved
 extern "C" int clock_gettime(clockid_t clock, timespec* time) noexcept
 {
     if (clock != CLOCK_REALTIME || !faked) {
@@ -107,6 +108,7 @@ extern "C" int clock_gettime(clockid_t clock, timespec* time) noexcept
     return 0;
 }
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's names are reserved
 extern "C" int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex, const timespec* deadline)
 {
     if (!faked) {
