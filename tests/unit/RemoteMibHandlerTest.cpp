@@ -22,7 +22,8 @@ TEST(RemoteMibHandler, TracesTheNodesDataThatItIsGiven)
     handler.onHopTx(&hop);
     handler.onHccTx(&hcc);
     Lines lines;
-    for (const auto& line : platform.traceLines(0)["lines"]) {
+    const auto records = platform.traceLines(0);
+    for (const auto& line : records["lines"]) {
         const auto text = line["text"].get<std::string>();
         lines.push_back(std::to_string(line["level"].get<int>()) + " " + line["method"].get<std::string>() + ": " +
                         text.substr(0, text.find('{')));
