@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "AlarmMessages.h"
 #include "TableFile.h"
 #include "WireTable.h"
 
@@ -251,4 +252,39 @@ TEST(MessageCatalogue, PrintsEveryElementOfArraysOfRecords)
     EXPECT_EQ(blocks.size(), 32U);
     EXPECT_EQ(blocks.at("value0").dump(), R"({"blockCheckSum":7,"numBytesInBlock":-2,"blockStartAddress":65536})");
     EXPECT_EQ(blocks.at("value31").dump(), R"({"blockCheckSum":0,"numBytesInBlock":0,"blockStartAddress":0})");
+}
+
+TEST(FaultIds, HaveTheNumbersOfTheirNames)
+{
+#define FAULT(name) std::pair(name, #name)
+    // clang-format off
+    const std::pair<FaultId_T, std::string> faults[] = {
+        FAULT(fiUnKnownC), FAULT(fiRadioCommChC), FAULT(fiTxIfInputC), FAULT(fiTxFrequencyC),
+        FAULT(fiRfOutputLevelC), FAULT(fiRfOutputLevelAtpcC), FAULT(fiRfInputLevelC), FAULT(fiRfInputThresholdC),
+        FAULT(fiRxFrequencyC), FAULT(fiRxIfInputC), FAULT(fiLossOfLockC), FAULT(fiBerC), FAULT(fiRauHardwareErrorC),
+        FAULT(fiUnavailablePeriodC), FAULT(fiBbe15mC), FAULT(fiBbe24hC), FAULT(fiEs15mC), FAULT(fiEs24hC),
+        FAULT(fiSes15mC), FAULT(fiSes24hC), FAULT(fiAcm15C), FAULT(fiAcm24C), FAULT(fiHccDC),
+        FAULT(fiAtpcVersionMismatchMmuRauC), FAULT(fiAtpcVersionMismatchFarEndC), FAULT(fiCarrierTermConfMismatchC),
+        FAULT(fiUnsupportedUnitTypeRauC), FAULT(fiInsufficientResourcesRauC), FAULT(fiInsufficientPowerResourcesC),
+        FAULT(fiReservedPositionRauC), FAULT(fiRunningConfigNotAcceptedC), FAULT(fiWrongSoftwareC),
+        FAULT(fiInsufficientResourceRauXpicC), FAULT(fiMmuCompliantSwRunC), FAULT(fiSpontaneousRestartC),
+        FAULT(fiMmuNonCompliantSblC), FAULT(fiMmuMinSwRevC), FAULT(fiRauMinSwRevC), FAULT(fiMmuLoadModuleNotInSblC),
+        FAULT(fiRauLoadModuleNotInSblC), FAULT(fiMmuLoadModuleProgrammingFailureC),
+        FAULT(fiRauLoadModuleProgrammingFailureC), FAULT(fiMmuHotSwapIncompleteEventC),
+        FAULT(fiRauHotSwapIncompleteEventC), FAULT(fiXpicLosC), FAULT(fiMimoLosC), FAULT(fiXpicCableDiscC),
+        FAULT(fiMimoCableDiscC), FAULT(fiXpicRecoveryC), FAULT(fiMimoRecoveryC), FAULT(fiUnableToProtectC),
+        FAULT(fiUnableToProtectFadeC), FAULT(fiPhaseFadeC), FAULT(fiRemoteTxSwitchOverC), FAULT(fiRfTxSwitchOverC),
+        FAULT(fiDpDpComC), FAULT(fiRfInputThresholdProtectionC), FAULT(fiProtectionSwitchEventC),
+        FAULT(fiDiversitySwitchEventC), FAULT(fiSdcRfInputLevelMainC), FAULT(fiSdcRfInputLevelDivC),
+        FAULT(fiSdcHwErrorMainC), FAULT(fiSdcHwErrorDivC), FAULT(fiSdcDadeCalMismatchC), FAULT(fiRLTS115mC),
+        FAULT(fiRLTS215mC), FAULT(fiTLTS115mC), FAULT(fiRLTM15mC), FAULT(fiTLTM15mC), FAULT(fiRLTS124hC),
+        FAULT(fiRLTS224hC), FAULT(fiTLTS124hC), FAULT(fiRLTM24hC), FAULT(fiTLTM24hC)};
+    // clang-format on
+#undef FAULT
+    const auto rows = linesOfSection("words.txt", "faults");
+    ASSERT_EQ(std::size(faults), rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(static_cast<std::int64_t>(faults[i].first), numberOf(rows[i].words().at(0))) << faults[i].second;
+        EXPECT_EQ(faults[i].second, rows[i].words().at(1));
+    }
 }

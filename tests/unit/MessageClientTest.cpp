@@ -110,6 +110,7 @@ TEST_F(MessageClient, CarriesBuffersToTheReaderUntilOneThrowsAndLeavesTheNextCli
         std::this_thread::yield();
     }
     EXPECT_TRUE(traced("3 readThread: Shutting down VORNIPC thread"));
+    EXPECT_EQ(second.readerState().reason, "the module has been stopped");
 }
 
 TEST_F(MessageClient, RefusesCallsOfTheDriverThatFindNoClient)
