@@ -76,14 +76,6 @@ TEST_F(EquipmentStates, StatesOfTheModemUnitMoveTheGate)
     EXPECT_FALSE(facts.outgoingIpcMessagesAllowed);
 }
 
-TEST_F(EquipmentStates, TheSlotNumberIsTheLowByteOfTheSlot)
-{
-    start();
-    deliverAndSettle("00200009" + words(0x1C3, 0, 9, 1, 0, 0) + words(1));
-    EXPECT_EQ(module()->linkFacts().slotNumber, 0xC3);
-    EXPECT_EQ(module()->linkFacts().senderId, 9U);
-}
-
 TEST_P(EquipmentStatesOfChannel, StatesOfTheRadioReachTheAlarmHandler)
 {
     start();

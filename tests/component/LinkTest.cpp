@@ -126,37 +126,6 @@ TEST_F(Link, AReaderThatCannotBeStartedIsTold)
     EXPECT_EQ(module()->linkFacts().reason, "Resource temporarily unavailable");
 }
 
-TEST_F(Link, TheClosedGateLetsThreeAnswersPass)
-{
-    start();
-    const struct {
-        std::string request;
-        std::string answer;
-        bool passes;
-    } cases[] = {
-        {"00200006", "00200007", true},  {"00200039", "00200040", true},  {"00200017", "00200018", false},
-        {"00200020", "00200021", false}, {"00200022", "00200023", false}, {"00200048", "00200049", false},
-        {"00200056", "00200057", false}, {"00200080", "00200081", false}, {"00200123", "00200124", false},
-        {"00200125", "00200126", false}, {"00200129", "00200130", false},
-    };
-    for (const auto& [request, answer, passes] : cases) {
-        SCOPED_TRACE(request);
-        newTrace();
-        deliver(request + head(0) + zeros(48));
-        settle();
-        const auto sent = newlySent();
-        ASSERT_EQ(sent.size(), passes ? 1U : 0U);
-        if (passes) {
-            EXPECT_TRUE(sent[0].starts_with(toNode(answer) + head(0)));
-        } else {
-            EXPECT_EQ(newTrace().back(), "1 send: Send is not allowed since MMU state is not in service or PCI has "
-                                         "been disabled, Id:" +
-                                             std::to_string(std::stoul(answer, nullptr, 16)));
-        }
-    }
-    EXPECT_TRUE(answersSelfTest());
-}
-
 TEST_F(Link, TheWhiteListCutsOffTheOtherAreas)
 {
     startInService(0x80);

@@ -174,17 +174,6 @@ TEST(MessageCatalogue, EveryMessageTravelsAndPrintsAsTheWireTableSays)
     }
 }
 
-TEST(MessageCatalogue, AnswersAreMessagesOfTheRadioInTheSameArea)
-{
-    for (const MessageDefinition& request : messageCatalogue()) {
-        if (!request.answer.empty()) {
-            const MessageDefinition& answer = definitionOf(request.answer);
-            EXPECT_EQ(answer.direction, out) << request.name;
-            EXPECT_EQ(answer.area, request.area) << request.name;
-        }
-    }
-}
-
 TEST(MessageCatalogue, OnlyTheAnswersToTheSetPowerRequestsShareAnId)
 {
     std::map<std::pair<std::uint32_t, MessageDirection>, std::vector<std::string>> names;
