@@ -3,7 +3,7 @@
 #include "TableFile.h"
 
 #include <map>
-#include <regex>
+#include <string_view>
 
 namespace {
 
@@ -32,29 +32,49 @@ const RowsByMethod& rows()
     return table;
 }
 
-/// Turns a pattern of the table into a regular expression.
-std::string expressionOf(const std::string& pattern, const std::string& method)
+/// Whether a character may stand in the place of a placeholder.
+using Accepts = bool (*)(char);
+
+Accepts acceptedBy(std::string_view placeholder)
 {
-    static const std::map<std::string, std::string> placeholders{
-        {"<n>", "-?[0-9]+"}, {"<x>", "[0-9a-f]+"}, {"<name>", "[^ ]+"}, {"<bool>", "[01]"}, {"<text>", "[^]*"}};
-    std::string expression;
-    for (std::size_t i = 0; i < pattern.size();) {
-        const std::string rest = pattern.substr(i);
-        const std::string token = pattern[i] == '<' ? rest.substr(0, rest.find('>') + 1) : "";
-        if (const auto known = placeholders.find(token); known != placeholders.end()) {
-            expression += known->second;
-        } else if (token == "<method>") {
-            expression += method;
-        } else if (token.starts_with("<message ")) {
-            expression += token.substr(9, token.size() - 10);
-        } else {
-            expression += std::string("^$\\.*+?()[]{}|").find(pattern[i]) != std::string::npos ? "\\" : "";
-            expression += pattern[i++];
-            continue;
-        }
-        i += token.size();
+    static const std::map<std::string_view, Accepts> placeholders{
+        {"<n>", [](char c) { return c == '-' || (c >= '0' && c <= '9'); }},
+        {"<x>", [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); }},
+        {"<name>", [](char c) { return c != ' '; }},
+        {"<bool>", [](char c) { return c == '0' || c == '1'; }},
+        {"<text>", [](char /*c*/) { return true; }}};
+    const auto found = placeholders.find(placeholder);
+    return found != placeholders.end() ? found->second : nullptr;
+}
+
+/// Whether the text is what the pattern says.
+bool matches(std::string_view text, std::string_view pattern, std::string_view method)
+{
+    if (pattern.empty()) {
+        return text.empty();
     }
-    return expression;
+    const std::string_view token = pattern.front() == '<' ? pattern.substr(0, pattern.find('>') + 1) : "";
+    if (const Accepts accepts = acceptedBy(token)) {
+        std::size_t length = token == "<text>" ? 0 : 1;
+        for (std::size_t i = 0; i < length; ++i) {
+            if (i >= text.size() || !accepts(text[i])) {
+                return false;
+            }
+        }
+        for (; !matches(text.substr(length), pattern.substr(token.size()), method); ++length) {
+            if (length >= text.size() || !accepts(text[length])) {
+                return false;
+            }
+        }
+        return true;
+    }
+    constexpr std::string_view message = "<message ";
+    const bool isMessage = token.starts_with(message);
+    const std::string_view literal = token == "<method>" ? method
+                                     : isMessage ? token.substr(message.size(), token.size() - message.size() - 1)
+                                                 : pattern.substr(0, 1);
+    const std::size_t consumed = token == "<method>" || isMessage ? token.size() : 1;
+    return text.starts_with(literal) && matches(text.substr(literal.size()), pattern.substr(consumed), method);
 }
 
 } // namespace
@@ -65,7 +85,7 @@ std::string faultOfTraceLine(const std::string& tag, int level, const std::strin
     for (const std::string& key : {method, std::string("*")}) {
         const auto [begin, end] = rows().equal_range(key);
         for (auto row = begin; row != end; ++row) {
-            if (std::regex_match(text, std::regex(expressionOf(row->second.pattern, method)))) {
+            if (matches(text, row->second.pattern, method)) {
                 if (row->second.tag == tag && row->second.level == level) {
                     return {};
                 }

@@ -3,18 +3,33 @@
 #include "TableFile.h"
 #include "WireTable.h"
 
-#include <regex>
-
 namespace {
 
-/// Puts the channel in the place of its signs.
-std::string forChannel(std::string text, int ct)
+/// Chooses between A and B wherever the text has them between the two brackets, "{A|B}".
+std::string chosen(const std::string& text, const std::string& open, const std::string& close, int ct)
 {
-    const char* const chosen = ct == 1 ? "$1" : "$2";
-    text = std::regex_replace(text, std::regex(R"(\{\{([^{}|]*)\|([^{}|]*)\}\})"), chosen);
-    text = std::regex_replace(text, std::regex(R"(\{([^{}|]*)\|([^{}|]*)\})"), chosen);
     std::string result;
-    for (const char sign : text) {
+    std::size_t done = 0;
+    for (std::size_t begin = 0; (begin = text.find(open, begin)) != std::string::npos;) {
+        const std::size_t first = begin + open.size();
+        const std::size_t end = text.find_first_of("{}", first);
+        const std::size_t bar = text.find('|', first);
+        if (end == std::string::npos || bar > end || text.compare(end, close.size(), close) != 0) {
+            ++begin;
+            continue;
+        }
+        result += text.substr(done, begin - done);
+        result += ct == 1 ? text.substr(first, bar - first) : text.substr(bar + 1, end - bar - 1);
+        begin = done = end + close.size();
+    }
+    return result + text.substr(done);
+}
+
+/// Puts the channel in the place of its signs.
+std::string forChannel(const std::string& text, int ct)
+{
+    std::string result;
+    for (const char sign : chosen(chosen(text, "{{", "}}", ct), "{", "}", ct)) {
         result += sign == '$' ? std::to_string(ct) : sign == '@' ? std::to_string(ct - 1) : std::string(1, sign);
     }
     return result;
@@ -40,7 +55,10 @@ std::vector<std::string> wordsOf(const std::string& message)
 /// A field's name as the wire table has it: header fields with their header, records of an array by number.
 std::string nameInTable(const WireTableMessage& message, std::string name)
 {
-    name = std::regex_replace(name, std::regex(R"(\[(\d+)\]\.)"), ".value$1.");
+    if (const auto record = name.find("]."); record != std::string::npos) {
+        name.erase(record, 1);
+        name.replace(name.find('['), 1, ".value");
+    }
     const bool isHeaderField =
         name.find('.') == std::string::npos && message.header == "SignalHeader" &&
         std::string(" slot sigId senderId seqNr spare1 ct ").find(" " + name + " ") != std::string::npos;
