@@ -23,13 +23,17 @@ def all_faults() -> List[Fault]:
     return [fault for path in files for fault in faults_in(str(path.relative_to(ROOT)), path.read_text())]
 
 
-def without_difference() -> Dict[str, str]:
-    """Faults that make no difference from outside: their names, and why they make none."""
+def without_difference(faults: List[Fault]) -> Dict[str, str]:
+    """The names of faults that make no difference from outside, and why they make none."""
     reasons = {}
     for line in NO_DIFFERENCE.read_text().splitlines():
         if line and not line.startswith("#"):
-            ident, reason = line.split(None, 1)
-            reasons[ident] = reason
+            name, reason = line.split(None, 1)
+            reasons[name] = reason
+    for fault in faults:
+        everywhere = f"{fault.kind.replace(' ', '-')}@{Path(fault.file).name}"
+        if everywhere in reasons:
+            reasons[fault.ident] = reasons[everywhere]
     return reasons
 
 
@@ -57,7 +61,7 @@ class Trial:
         self.lock = threading.Lock()
         self.taken = self.pending = self.not_built = 0
         self.results: List[tuple] = []
-        self.known = without_difference()
+        self.known = without_difference(faults)
         self.no_difference: List[Fault] = []
         self.error = ""
 
