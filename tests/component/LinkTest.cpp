@@ -117,7 +117,7 @@ TEST_F(Link, AReaderThatCannotBeStartedIsTold)
     pthread_attr_t attributes{};
     ASSERT_EQ(pthread_getattr_default_np(&attributes), 0);
     pthread_attr_t tooLarge = attributes;
-    ASSERT_EQ(pthread_attr_setstacksize(&tooLarge, std::numeric_limits<std::size_t>::max() / 4), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&tooLarge, std::numeric_limits<std::size_t>::max() / 8 * 7), 0);
     ASSERT_EQ(pthread_setattr_default_np(&tooLarge), 0);
     start();
     ASSERT_EQ(pthread_setattr_default_np(&attributes), 0);
