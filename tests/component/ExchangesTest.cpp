@@ -3,6 +3,8 @@
 #include "support/ModuleTest.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <map>
 
 using simulated::Json;
